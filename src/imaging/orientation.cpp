@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/orientation.h"
+
+#include "imaging/textsamples.h"
+#include "recognition/ocrengine.h"
+
+#include <QDebug>
+#include <QRegularExpression>
+#include <QStringList>
+#include <algorithm>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
+namespace {
+
+constexpr int kConfidenceAbove = 74;
+constexpr int kMinIdeographs = 3;
+
+bool isIdeograph(QChar c)
+{
+    return c.unicode() >= 0x4E00 && c.unicode() <= 0x9FFF;
+}
+
+// Specks and rings are read as "。" or "o" with confidence, whichever way up: they prove nothing, characters
+// do.
+bool provesText(const QString& text)
+{
+    int characters = 0, ideographs = 0, dots = 0;
+    for (const QString& word : text.split(QRegularExpression(QStringLiteral("\\s")))) {
+        characters += word.size();
+        dots += word.count(QStringLiteral("。")) + word.count(QLatin1Char('o'));
+        ideographs += static_cast<int>(std::count_if(word.begin(), word.end(), isIdeograph));
+    }
+    return ideographs >= kMinIdeographs && 2 * ideographs > characters - dots;
+}
+
+// True when every sample reads as text with confidence.
+bool readsUpright(OcrEngine& engine, const std::vector<cv::Mat>& samples)
+{
+    return std::all_of(samples.begin(), samples.end(), [&](const cv::Mat& sample) {
+        const OcrEngine::Reading reading = engine.read(sample);
+        const QString text = QString::fromStdString(reading.text);
+        qDebug() << "words: " << text.simplified() << reading.confidence;
+        return reading.confidence > kConfidenceAbove && provesText(text);
+    });
+}
+
+int judge(const cv::Mat& image)
+{
+    std::vector<cv::Mat> samples = findTextSamples(image);
+    if (samples.empty())
+        return kOrientationUndecided;
+    OcrEngine engine;
+    if (!engine.isReady())
+        return kOrientationUndecided;
+    if (readsUpright(engine, samples))
+        return 0;
+    qDebug("********** 180 OCR ************");
+    for (cv::Mat& sample : samples)
+        cv::flip(sample, sample, -1);
+    return readsUpright(engine, samples) ? 2 : kOrientationUndecided;
+}
+
+} // namespace
+
+int getRotation(const cv::Mat& image)
+{
+    if (image.empty() || image.type() != CV_8UC3)
+        return kOrientationUndecided;
+    try {
+        return judge(image);
+    } catch (const std::exception& error) {
+        qWarning("orientation: %s", error.what());
+    }
+    return kOrientationUndecided;
+}
+
+int getRealRotation(const std::string& path)
+{
+    try {
+        const cv::Mat image = cv::imread(path, cv::IMREAD_COLOR);
+        const int upright = getRotation(image);
+        if (upright != kOrientationUndecided || image.empty())
+            return upright;
+        cv::Mat turned;
+        cv::transpose(image, turned);
+        cv::flip(turned, turned, 1);
+        const int sideways = getRotation(turned);
+        return sideways == 0 ? 1 : sideways == 2 ? 3 : kOrientationUndecided;
+    } catch (const std::exception& error) {
+        qWarning("orientation: cannot judge \"%s\": %s", path.c_str(), error.what());
+    }
+    return kOrientationUndecided;
+}
+
+double rotationAngle(int code)
+{
+    return code >= 1 && code <= 3 ? code * 90.0 : 0.0;
+}
