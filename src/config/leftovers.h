@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+// The page files in the temporary folder.
+
+// Full paths of the scanned pages "zarnqwd*.pnm" in name order; no symbolic links.
+QStringList pageFiles();
+
+// Moves what an interrupted batch left (pages, unfinished ".part" files, split pieces "crop*.bmp") to
+// tempfiles/kept/yyyyMMdd-hhmmss/ and returns that folder, ending in "/"; empty when there was nothing. A
+// file that cannot be moved is logged and stays.
+QString keepLeftovers(const QDateTime& now = QDateTime::currentDateTime());
+
+// Deletes the same files, for a batch whose pages nobody wants any more. Returns how many were deleted.
+int removeLeftovers();
