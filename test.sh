@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Builds and tests everything: first the normal build with all tests, then the unit tests with sanitizers.
+#   ./test.sh           both stages            ./test.sh --quick   the first one only
+set -euo pipefail
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
+# shellcheck source=scripts/lib.sh
+source scripts/lib.sh
+
+run_tests() {
+    local folder=$1
+    shift
+    "${AS_USER[@]}" ctest --test-dir "$folder" --parallel 2 --output-on-failure --no-tests=error "$@"
+}
+
+# Qt and fontconfig keep caches until the process ends: those are not leaks of ours.
+with_sanitizers() {
+    export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
+    export UBSAN_OPTIONS=print_stacktrace=1
+    export LSAN_OPTIONS=suppressions=$PWD/scripts/lsan.supp:print_suppressions=0
+    "$@"
+}
+
+main() {
+    local failed=0
+    ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${DEMO_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
+    say "build and tests"
+    build_preset dev build-dev all sample-sheets
+    run_tests build-dev || failed=1
+    if [[ ${1-} != --quick ]]; then
+        say "unit tests with address and undefined-behaviour sanitizers"
+        build_preset asan build-asan
+        with_sanitizers run_tests build-asan --label-exclude 'program|rules' || failed=1
+    fi
+    return "$failed"
+}
+
+main "$@"
