@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/leftovers.h"
+
+#include "config/paths.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+QStringList tempFiles(const QStringList& patterns)
+{
+    const QDir folder(paths::tempFolder());
+    QStringList files;
+    for (const QString& name : folder.entryList(patterns, QDir::Files | QDir::NoSymLinks, QDir::Name))
+        files += folder.filePath(name);
+    return files;
+}
+
+QStringList leftovers()
+{
+    return tempFiles({"zarnqwd*.pnm", "*.part", "crop*.bmp"});
+}
+
+// A new folder for this moment, ending in "/"; empty when it cannot be made.
+QString makeKeptFolder(const QDateTime& now)
+{
+    const QString base = paths::keptFolder() + now.toString("yyyyMMdd-hhmmss");
+    QString path = base;
+    for (int n = 1; QFile::exists(path); ++n)
+        path = base + QLatin1Char('-') + QString::number(n);
+    if (QDir().mkpath(path))
+        return path + QLatin1Char('/');
+    qWarning().noquote() << "cannot make the folder" << path << "for the pages of an interrupted batch";
+    return {};
+}
+
+} // namespace
+
+QStringList pageFiles()
+{
+    return tempFiles({"zarnqwd*.pnm"});
+}
+
+QString keepLeftovers(const QDateTime& now)
+{
+    const QStringList files = leftovers();
+    const QString folder = files.isEmpty() ? QString() : makeKeptFolder(now);
+    if (folder.isEmpty())
+        return {};
+    for (const QString& file : files) {
+        if (!QFile::rename(file, folder + QFileInfo(file).fileName()))
+            qWarning().noquote() << "cannot move" << file << "to" << folder;
+    }
+    return folder;
+}
+
+int removeLeftovers()
+{
+    int removed = 0;
+    for (const QString& file : leftovers()) {
+        if (QFile::remove(file))
+            ++removed;
+        else
+            qWarning().noquote() << "cannot delete" << file;
+    }
+    return removed;
+}
