@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is missing, builds, installs the program and starts it. See usage().
 set -euo pipefail
+readonly CALLED_FROM=$PWD
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 # shellcheck source=scripts/lib.sh
 source scripts/lib.sh
@@ -10,8 +11,8 @@ readonly INSTALL_ROOT=/opt/zarn/Scanner/QWD200
 readonly SAVE_FOLDER=/home/ScanDoc
 readonly SCANNER_VENDOR=0efd
 readonly SCANNER_PRODUCT=002a
-# A folder that is already built, for tests: nothing is installed or built then.
-readonly BUILD=${QWD200_BUILD:-build}
+# An absolute path to a folder that is already built, for tests: nothing is installed or built then.
+readonly BUILD=${QWD200_BUILD:-$PWD/build}
 
 usage() {
     cat <<TEXT
@@ -20,7 +21,7 @@ usage() {
 ./run.sh --demo     scan the sample sheets without a display and print what was saved; touches nothing
                     outside the build folder (also what happens when there is no display)
 TEXT
-    [[ ! -x /usr/bin/python3 ]] || /usr/bin/python3 scripts/demo --help
+    [[ ! -x /usr/bin/python3 ]] || /usr/bin/python3 "$PWD/scripts/demo" --help
 }
 
 has_display() { [[ -n ${DISPLAY-} || -n ${WAYLAND_DISPLAY-} ]]; }
@@ -103,7 +104,12 @@ start_program() {
     fi
 }
 
-run_demo() { exec "${AS_USER[@]}" /usr/bin/python3 scripts/demo --build "$BUILD" "$@"; }
+# Relative folders among the arguments count from where the caller stands.
+run_demo() {
+    local demo=$PWD/scripts/demo
+    cd "$CALLED_FROM"
+    exec "${AS_USER[@]}" /usr/bin/python3 "$demo" --build "$BUILD" "$@"
+}
 
 main() {
     if wants --help "$@" || wants -h "$@"; then
