@@ -21,17 +21,16 @@ bool isIdeograph(QChar c)
     return c.unicode() >= 0x4E00 && c.unicode() <= 0x9FFF;
 }
 
-// Specks and rings are read as "。" or "o" with confidence, whichever way up: they prove nothing, characters
-// do.
+// Specks and rings are read as "。" or "o" with confidence whichever way up they lie, and many digits look
+// alike upside down: only ideographs prove that text was read.
 bool provesText(const QString& text)
 {
-    int characters = 0, ideographs = 0, dots = 0;
+    int ideographs = 0, rings = 0;
     for (const QString& word : text.split(QRegularExpression(QStringLiteral("\\s")))) {
-        characters += word.size();
-        dots += word.count(QStringLiteral("。")) + word.count(QLatin1Char('o'));
+        rings += word.count(QStringLiteral("。")) + word.count(QLatin1Char('o'));
         ideographs += static_cast<int>(std::count_if(word.begin(), word.end(), isIdeograph));
     }
-    return ideographs >= kMinIdeographs && 2 * ideographs > characters - dots;
+    return ideographs >= kMinIdeographs && ideographs > rings;
 }
 
 // True when every sample reads as text with confidence.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/textsamples.h"
 
+#include "imaging/textskew.h"
 #include "recognition/projection.h"
 
 #include <QDebug>
@@ -17,14 +18,13 @@ constexpr double kPortraitScale = 3.1, kLandscapeScale = 3.51; // reduced page t
 constexpr int kThresholdBlock = 25, kThresholdOffset = 15;
 
 constexpr int kRulerLength = 45;                          // straight strokes as long as this are rulings
-constexpr double kMaxSkewDeg = 10.0;                      // degrees
 constexpr int kMinLine = 9, kMaxLine = 70;                // height of a text line
-constexpr double kMinCharacters = 4, kMaxCharacters = 16; // width of a sample in line heights
+constexpr double kMinCharacters = 4, kMaxCharacters = 24; // width of a sample in line heights
 constexpr double kMinFill = 0.10, kMaxFill = 0.60; // share of ink; less is dots and rules, more is picture
 constexpr double kMiddleFrom = 0.12, kMiddleTo = 0.88; // the middle of the page, as shares of its height
 constexpr int kMaxCutDepth = 3;
-constexpr int kMaxSampleLine =
-    48; // height of a sample's line in its own pixels; larger characters are read no better
+// Height of a sample's line in its own pixels: larger characters are read slower and no better.
+constexpr double kSampleLine = 30;
 
 struct Reduced
 {
@@ -72,48 +72,6 @@ cv::Mat withoutRulings(const cv::Mat& ink)
     cv::Mat text = ink.clone();
     text.setTo(0, rulings);
     return text;
-}
-
-// How clearly the ink falls into horizontal lines when sheared by `slope`: the sum of squared row counts.
-double lineContrast(const std::vector<cv::Point>& points, double slope, std::vector<int>& bins)
-{
-    std::fill(bins.begin(), bins.end(), 0);
-    const int offset = static_cast<int>(bins.size()) / 4;
-    for (const cv::Point& point : points) {
-        const int bin = offset + static_cast<int>(std::lround(point.y - slope * point.x));
-        if (bin >= 0 && bin < static_cast<int>(bins.size()))
-            ++bins[bin];
-    }
-    double sum = 0;
-    for (const int count : bins)
-        sum += static_cast<double>(count) * count;
-    return sum;
-}
-
-// The clockwise turn of the text lines in degrees, found by trying shears.
-double skewOf(const cv::Mat& ink)
-{
-    constexpr int kPoints = 20000;
-    constexpr double kPi = 3.14159265358979;
-    std::vector<cv::Point> all, points;
-    cv::findNonZero(ink, all);
-    const std::size_t step = all.size() / kPoints + 1;
-    for (std::size_t i = 0; i < all.size(); i += step)
-        points.push_back(all[i]);
-    std::vector<int> bins(2 * (ink.rows + ink.cols));
-    double best = 0, bestContrast = 0;
-    const auto search = [&](double from, double to, double by) {
-        for (double angle = from; angle <= to + 1e-9; angle += by) {
-            const double contrast = lineContrast(points, std::tan(angle * kPi / 180), bins);
-            if (contrast > bestContrast) {
-                bestContrast = contrast;
-                best = angle;
-            }
-        }
-    };
-    search(-kMaxSkewDeg, kMaxSkewDeg, 0.5);
-    search(best - 0.4, best + 0.4, 0.1);
-    return best;
 }
 
 bool isTextLine(const cv::Mat& ink, const cv::Rect& rect)
@@ -195,29 +153,43 @@ std::vector<cv::Rect> chooseTwo(std::vector<Line> lines, int pageHeight)
     return chosen;
 }
 
-// `rect` lies on the straightened reduced page; `straighten` (2x3) led there from the reduced page.
+// A sample with a rim of its paper's brightness: characters cut at the sides are misread and spoil the
+// confidence.
+cv::Mat framed(const cv::Mat& grey)
+{
+    std::vector<uchar> levels(grey.begin<uchar>(), grey.end<uchar>());
+    const auto median = levels.begin() + levels.size() / 2;
+    std::nth_element(levels.begin(), median, levels.end());
+    const int side = grey.rows / 3, above = grey.rows / 6;
+    cv::Mat sample;
+    cv::copyMakeBorder(grey, sample, above, above, side, side, cv::BORDER_CONSTANT, cv::Scalar(*median));
+    return sample;
+}
+
+// The text line at `rect` of the straightened reduced page, cut from the full page. `straighten` (2x3) leads
+// from the reduced page to the straightened one.
 cv::Mat cutSample(const cv::Mat& page, const Reduced& reduced, const cv::Mat& straighten,
                   const cv::Rect& rect)
 {
-    const int margin = std::max(3, rect.height / 4);
-    const cv::Rect wide(rect.x - margin, rect.y - margin, rect.width + 2 * margin, rect.height + 2 * margin);
-    const double scale =
-        std::min(reduced.scale, std::max(1.0, static_cast<double>(kMaxSampleLine) / rect.height));
-    const cv::Size size(cvRound(wide.width * scale), cvRound(wide.height * scale));
-
-    cv::Mat back; // straightened reduced page to reduced page
-    cv::invertAffineTransform(straighten, back);
-    cv::Mat map = cv::Mat::zeros(2, 3, CV_64F); // sample pixel to page pixel
+    const int margin = std::max(2, rect.height / 4);
+    const cv::Rect tall(rect.x, rect.y - margin, rect.width, rect.height + 2 * margin);
+    const double scale = reduced.scale;
+    cv::Mat map; // sample pixel to page pixel, by way of the reduced page
+    cv::invertAffineTransform(straighten, map);
     for (int i = 0; i < 2; ++i) {
-        const double a = back.at<double>(i, 0), b = back.at<double>(i, 1), c = back.at<double>(i, 2);
-        map.at<double>(i, 0) = a / scale * reduced.factor;
-        map.at<double>(i, 1) = b / scale * reduced.factor;
-        map.at<double>(i, 2) = (a * wide.x + b * wide.y + c) * reduced.factor;
+        double* row = map.ptr<double>(i);
+        row[2] = (row[0] * tall.x + row[1] * tall.y + row[2]) * reduced.factor;
+        row[0] *= reduced.factor / scale;
+        row[1] *= reduced.factor / scale;
     }
-    cv::Mat colour, sample;
-    cv::warpAffine(page, colour, map, size, cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
-    cv::cvtColor(colour, sample, cv::COLOR_BGR2GRAY);
-    return sample;
+    cv::Mat colour, grey;
+    cv::warpAffine(page, colour, map, cv::Size(cvRound(tall.width * scale), cvRound(tall.height * scale)),
+                   cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
+    cv::cvtColor(colour, grey, cv::COLOR_BGR2GRAY);
+    const double shrink = kSampleLine / (scale * rect.height);
+    if (shrink < 1)
+        cv::resize(grey, grey, cv::Size(), shrink, shrink, cv::INTER_AREA);
+    return framed(grey);
 }
 
 } // namespace
@@ -228,8 +200,11 @@ std::vector<cv::Mat> findTextSamples(const cv::Mat& page)
     const Reduced reduced = reduce(page);
     qDebug("find sample rect");
     const cv::Mat text = withoutRulings(reduced.ink);
-    const cv::Mat straighten =
-        cv::getRotationMatrix2D(cv::Point2f(text.cols / 2.0f, text.rows / 2.0f), skewOf(text), 1);
+    const std::optional<double> skew = textSkew(text);
+    if (!skew)
+        return samples;
+    const cv::Point2f centre(text.cols / 2.0f, text.rows / 2.0f);
+    const cv::Mat straighten = cv::getRotationMatrix2D(centre, *skew, 1);
     cv::Mat straight;
     cv::warpAffine(text, straight, straighten, text.size(), cv::INTER_NEAREST);
     std::vector<Line> lines;
