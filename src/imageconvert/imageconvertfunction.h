@@ -41,8 +41,8 @@ public:
     bool AutoDeleteBlankPage(MagickWand* wand, int darkness, double percent);
     // Removes specks of up to about `size` pixels (at 300 dpi) from a two-level picture.
     MagickWand* AutoDeleteNoise(MagickWand* wand, int size);
-    MagickWand* imageBlur(MagickWand* wand, int level);    // level 1 or 2
-    MagickWand* imageSharpen(MagickWand* wand, int level); // level 1 or 2
+    MagickWand* imageBlur(MagickWand* wand, int level);        // level 1 or 2
+    MagickWand* imageSharpen(MagickWand* wand, int level);     // level 1 or 2
     MagickWand* imageRotate(MagickWand* wand, double degrees); // clockwise; right angles are exact
     // Stretches the levels so that paper gets white and ink black; photographs stay what they are.
     MagickWand* imageAutoDense(MagickWand* wand);
@@ -67,14 +67,17 @@ public:
     MagickWand* imageAppend(MagickWand* wand, const char* first, const char* second, int direction);
     // Paints a rim of `topMm` (top and bottom) and `leftMm` (left and right) millimetres: "In" inside the
     // frame, "Out" around it, which enlarges the picture.
-    MagickWand* imageInBorder(MagickWand* wand, int red, int green, int blue, double topMm, double leftMm, int dpi);
-    MagickWand* imageOutBorder(MagickWand* wand, int red, int green, int blue, double topMm, double leftMm, int dpi);
+    MagickWand* imageInBorder(MagickWand* wand, int red, int green, int blue, double topMm, double leftMm,
+                              int dpi);
+    MagickWand* imageOutBorder(MagickWand* wand, int red, int green, int blue, double topMm, double leftMm,
+                               int dpi);
     MagickWand* imageRGBtoGray(MagickWand* wand);
     // Two-level picture (0 and 255); `threshold` 0 to 255 is the user's wish for the level after uneven
     // light has been taken out: higher gives more black.
     MagickWand* imageRGBtoWB(MagickWand* wand, int threshold);
     // Save option for `type` ("jpg", "tif", "png", "bmp"): JPEG quality "1" to "100", PNG level "0" to "9",
-    // TIFF "lzw", "zip", "none" or "group4". Anything else keeps the default (85, 6, lzw; group4 for two levels).
+    // TIFF "lzw", "zip", "none" or "group4". Anything else keeps the default (85, 6, lzw; group4 for two
+    // levels).
     MagickWand* imageCompress(MagickWand* wand, const QString& type, const QString& value);
 
     // Writes exactly folder + name + "." + type with the resolution in it, under a temporary name first;
@@ -84,6 +87,9 @@ public:
     // split by the desktop-entry rules (no shell); empty opens the desktop's default application.
     bool imageStartExe(const QString& folder, const char* name, const char* type, const char* application);
 
+    // Tells the resolution that a page was scanned at when its file does not (PNM); else the operations that
+    // measure in millimetres (blank pages, specks) guess it from the size, as of an A4 or Legal page.
+    void setSourceDpi(MagickWand* wand, double dpi);
     // Size and resolution of a picture, for reports and previews; zero for an unknown handle.
     int width(MagickWand* wand) const;
     int height(MagickWand* wand) const;

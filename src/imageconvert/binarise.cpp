@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imageconvert/binarise.h"
+
+#include "imageconvert/paper.h"
+#include "imageconvert/picture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <opencv2/imgproc.hpp>
+
+namespace imageconvert {
+
+namespace {
+
+constexpr int kNeutral = 130;
+constexpr double kLeastContrast = 22; // grey levels of 255; less is grain
+constexpr double kFaintShare = 0.42;  // of the page's usual ink; fainter is show-through or a stain
+
+// The contrast of the page's usual ink: a high quantile of local contrasts that are above the grain.
+double usualContrast(const cv::Mat& contrast)
+{
+    std::vector<float> values;
+    for (int y = 0; y < contrast.rows; ++y)
+        for (int x = 0; x < contrast.cols; ++x)
+            if (contrast.at<float>(y, x) > kLeastContrast)
+                values.push_back(contrast.at<float>(y, x));
+    if (values.empty())
+        return 0;
+    const auto at = values.begin() + static_cast<long>(values.size() * 7 / 10);
+    std::nth_element(values.begin(), at, values.end());
+    return *at;
+}
+
+// Darkest level of each tile in the full-size picture, slightly smoothed against grain.
+cv::Mat darkestOfTiles(const cv::Mat& flat, int tile, const cv::Size& grid)
+{
+    cv::Mat darkest(grid, CV_8UC1, cv::Scalar(255));
+    for (int y = 1; y + 1 < flat.rows; ++y) {
+        const uchar *above = flat.ptr(y - 1), *row = flat.ptr(y), *below = flat.ptr(y + 1);
+        uchar* to = darkest.ptr(std::min(y / tile, grid.height - 1));
+        for (int x = 1; x + 1 < flat.cols; x += 2) {
+            const int level = (2 * row[x] + row[x - 1] + row[x + 1] + above[x] + below[x]) / 6;
+            uchar& least = to[std::min(x / tile, grid.width - 1)];
+            if (level < least)
+                least = static_cast<uchar>(level);
+        }
+    }
+    return darkest;
+}
+
+// Share of the way from paper to ink at which the cut lies.
+double cutShare(int threshold)
+{
+    const double wish = std::clamp(threshold, 0, 255);
+    // 0.5 for the neutral wish; 0 and 255 give nearly nothing and nearly all that is darker than paper.
+    return wish <= kNeutral ? 0.95 - 0.45 * wish / kNeutral
+                            : 0.5 - 0.42 * (wish - kNeutral) / (255 - kNeutral);
+}
+
+} // namespace
+
+cv::Mat twoLevels(const cv::Mat& grey, const BinariseParams& params)
+{
+    if (isTwoLevel(grey))
+        return grey;
+    const PaperSurface paper = findPaper(grey, params.dpi);
+    const cv::Mat flat = flattened(grey, paper);
+    cv::Mat ink8 = darkestOfTiles(flat, paper.tileSize, paper.tiles.size()), ink;
+    cv::erode(ink8, ink8, cv::getStructuringElement(cv::MORPH_RECT, {3, 3}));
+    ink8.convertTo(ink, CV_32F);
+    cv::Mat contrast = 255.0f - ink;
+    const double usual = usualContrast(contrast);
+    const double least = std::max(kLeastContrast, kFaintShare * usual);
+    // Between the usual ink and the local one: single dark specks must not thin a faint text around.
+    cv::Mat bounded = cv::max(cv::min(contrast, 1.15 * usual), least);
+    cv::Mat smooth;
+    cv::GaussianBlur(bounded, smooth, cv::Size(), 1.5);
+    cv::Mat levels = 255.0f - cutShare(params.threshold) * smooth;
+    cv::Mat wide;
+    cv::resize(levels, wide, {paper.tiles.cols * paper.tileSize, paper.tiles.rows}, 0, 0, cv::INTER_LINEAR);
+    cv::Mat out(grey.size(), CV_8UC1);
+    for (int y = 0; y < grey.rows; ++y) {
+        const double at = std::clamp((y + 0.5) / paper.tileSize - 0.5, 0.0, paper.tiles.rows - 1.0);
+        const int above = static_cast<int>(at), below = std::min(above + 1, paper.tiles.rows - 1);
+        const float part = static_cast<float>(at - above);
+        const float *a = wide.ptr<float>(above), *b = wide.ptr<float>(below);
+        const uchar* from = flat.ptr(y);
+        uchar* to = out.ptr(y);
+        for (int x = 0; x < grey.cols; ++x)
+            to[x] = from[x] < a[x] + part * (b[x] - a[x]) ? 0 : 255;
+    }
+    return out;
+}
+
+} // namespace imageconvert

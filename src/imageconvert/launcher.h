@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace imageconvert {
+
+// A program with its arguments, or why there is none.
+struct CommandLine
+{
+    QString program;
+    QStringList arguments;
+    QString error; // English, empty when the line is good
+};
+
+// Splits a command line by the quoting rules of the Desktop Entry Specification (section "The Exec key") and
+// puts `file` in place of the field codes %f %F %u %U, or at the end when there is none. No shell is
+// involved; an empty line opens the file with xdg-open.
+CommandLine commandFor(const QString& line, const QString& file);
+
+// Starts the command on its own; an empty result is success, else the reason (English).
+QString startCommand(const CommandLine& command);
+
+} // namespace imageconvert
