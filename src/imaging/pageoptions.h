@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "output/savetype.h"
+
 #include <QColor>
 #include <QString>
 #include <optional>
@@ -11,12 +13,6 @@ class QSettings;
 // every page, so a change in a dialog takes effect on the next one.
 struct PageOptions
 {
-    enum class ColorMode
-    {
-        BlackWhite = 0,
-        Grey = 1,
-        Color = 2
-    };
     enum Filter
     {
         Blur = 2,
@@ -63,7 +59,8 @@ struct PageOptions
     bool characterEnhance = false;
     int enhanceStrength = 0;
     bool redFile = false;
-    int dpi = 300;                    // the resolution field
+    int dpi = 300;     // the resolution field: what the finished page has
+    int scanDpi = 300; // what the page file has
     bool customResolution = false;    // the page is resampled to `dpi`
     bool scannedFinerThan400 = false; // 400 was chosen: the device delivers 600
     CustomPaper paper;

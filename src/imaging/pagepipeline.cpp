@@ -162,26 +162,26 @@ void PagePipeline::fillBorder(ImageHandle& image, const PageOptions& options)
                                                          border.leftMm, options.dpi));
 }
 
-void PagePipeline::convertColorMode(ImageHandle& image, const PageOptions& options)
+MagickWand* PagePipeline::convertColorMode(MagickWand* image, const PageOptions& options)
 {
     switch (options.colorMode) {
-    case PageOptions::ColorMode::Color:
-        break;
-    case PageOptions::ColorMode::Grey:
-        image.reset(m_library.imageRGBtoGray(image.get()));
-        break;
-    case PageOptions::ColorMode::BlackWhite:
-        image.reset(m_library.imageRGBtoWB(image.get(), options.blackWhiteThreshold));
-        if (options.noiseSize > 0)
-            image.reset(m_library.AutoDeleteNoise(image.get(), options.noiseSize));
-        break;
+    case ColorMode::Color: return image;
+    case ColorMode::Grey: return m_library.imageRGBtoGray(image);
+    case ColorMode::BlackAndWhite:
+        return removeNoise(m_library.imageRGBtoWB(image, options.blackWhiteThreshold), options);
     }
+    return image;
+}
+
+MagickWand* PagePipeline::removeNoise(MagickWand* image, const PageOptions& options)
+{
+    return options.noiseSize > 0 ? m_library.AutoDeleteNoise(image, options.noiseSize) : image;
 }
 
 void PagePipeline::finishAndSave(ImageHandle& image, const PageOptions& options, PageResult& result)
 {
     fillBorder(image, options);
-    convertColorMode(image, options);
+    image.reset(convertColorMode(image.get(), options));
     if (options.compression)
         image.reset(m_library.imageCompress(image.get(), options.saveType, *options.compression));
     saveAs(image, options, options.dpi, result);
@@ -315,9 +315,9 @@ bool PagePipeline::sheetIsBlank(const QString& frontFile, const QString& backFil
 
 void PagePipeline::saveExtraCopies(const QString& pageFile, const PageOptions& options, PageResult& result)
 {
-    if (options.colorMode == PageOptions::ColorMode::Color)
+    if (options.colorMode == ColorMode::Color)
         saveExtraCopy(pageFile, options, true, result);
-    if (options.colorMode != PageOptions::ColorMode::BlackWhite)
+    if (options.colorMode != ColorMode::BlackAndWhite)
         saveExtraCopy(pageFile, options, false, result);
 }
 

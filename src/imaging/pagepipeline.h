@@ -41,15 +41,18 @@ public:
     // Front and back of a sheet joined into one output file.
     PageResult processSheet(const QString& frontFile, const QString& backFile, const PageOptions& options);
 
-private:
+    // Single steps; the last two take the handle over and return the one to use from then on.
     bool isBlank(MagickWand* image, const PageOptions& options);
+    MagickWand* convertColorMode(MagickWand* image, const PageOptions& options);
+    MagickWand* removeNoise(MagickWand* image, const PageOptions& options);
+
+private:
     bool sheetIsBlank(const QString& frontFile, const QString& backFile, const PageOptions& options);
     void turn(ImageHandle& image, const PageOptions& options, bool oddPage);
     void turnUpright(ImageHandle& image, const PageOptions& options);
     void fitResolution(ImageHandle& image, const PageOptions& options);
     void cutCustomPaper(ImageHandle& image, const PageOptions& options);
     void fillBorder(ImageHandle& image, const PageOptions& options);
-    void convertColorMode(ImageHandle& image, const PageOptions& options);
     void finishAndSave(ImageHandle& image, const PageOptions& options, PageResult& result);
     bool saveAs(ImageHandle& image, const PageOptions& options, double dpi, PageResult& result);
     void processWhole(const QString& pageFile, const PageOptions& options, PageResult& result);

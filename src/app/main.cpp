@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/singleinstance.h"
+#include "app/widget.h"
+#include "config/paths.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QLocale>
+#include <QTextCodec>
+#include <QTranslator>
+#include <csignal>
+#include <omp.h>
+
+namespace {
+
+// In a locale that is not Chinese the fallback of the default font gives the Japanese forms of characters.
+void useChineseFont()
+{
+    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
+    const QFontDatabase fonts;
+    for (const char* family :
+         {"Noto Sans CJK SC", "Noto Sans SC", "Source Han Sans SC", "WenQuanYi Micro Hei"}) {
+        if (!fonts.hasFamily(QLatin1String(family)))
+            continue;
+        QFont font = QApplication::font();
+        font.setFamily(QLatin1String(family));
+        QApplication::setFont(font);
+        return;
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    omp_set_max_active_levels(0);  // recognition forks; OpenMP's threads would hang the children
+    std::signal(SIGXFSZ, SIG_IGN); // a file-size limit is a failed write, not the end of the program
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("qwd200"));
+    QApplication::setQuitOnLastWindowClosed(false); // the window lives on in the tray while hidden
+    const SingleInstance instance;
+    if (!instance.isPrimary())
+        return 0;
+
+    useChineseFont();
+    QTranslator translator;
+    if (translator.load(paths::translation()))
+        QApplication::installTranslator(&translator);
+
+    Widget window;
+    window.setWindowFlags(Qt::Dialog | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
+    window.show();
+    return QApplication::exec();
+}

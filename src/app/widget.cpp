@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/widget.h"
+
+#include "app/globals.h"
+#include "app/pagecontrols.h"
+#include "config/factory.h"
+#include "config/keys.h"
+#include "config/paths.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
+#include "config/templates.h"
+#include "device/cancelflag.h"
+#include "device/scanthread.h"
+#include "forms/panels.h"
+#include "forms/scanpagelogic.h"
+#include "forms/scanpagesettings.h"
+#include "ocr/ocrpanel.h"
+#include "pdf/pdfpanel.h"
+#include "ui_widget.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDebug>
+#include <QMessageBox>
+#include <QScreen>
+
+Widget::Widget(QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::Widget>()), m_template(QLatin1String(defaultTemplate))
+{
+    paths::ensureFolders();
+    initializeIni();
+    ui->setupUi(this);
+    createPages();
+    ui->iconComboBox->hide();
+    ui->typeComboBox->hide();
+    ui->progressBar->hide();
+    setFixedSize(sizeHint());
+    move(QGuiApplication::primaryScreen()->availableGeometry().center() - rect().center());
+
+    updateTemplete(QLatin1String(defaultTemplate));
+    createActions();
+    createTrayIcon();
+    waitForTray();
+
+    createFunctionPanels(*m_scanPage);
+    createFunctionPanels(*m_filePage);
+    restoreShellState();
+    scanReadIni();
+
+    scan = 0;
+    imageConnection = 0;
+    pdfConnection = 0;
+    ocrConnection = 0;
+    connectProgress();
+    showMessageOnWindow(1, tr("状态监视器启动"), tr("状态监视器启动成功！"));
+}
+
+Widget::~Widget()
+{
+    if (m_thread) {
+        cancelflag::set();
+        m_thread->wait();
+    }
+}
+
+void Widget::createPages()
+{
+    const ScanPageControls scanControls = scanPageControls(*ui);
+    const ScanPageControls fileControls = filePageControls(*ui);
+    m_scanPage = std::make_unique<TemplatePage>(QStringLiteral("Scan"), scanControls,
+                                                new ScanPageLogic(scanControls, this));
+    m_filePage = std::make_unique<TemplatePage>(QStringLiteral("File"), fileControls,
+                                                new ScanPageLogic(fileControls, this));
+    m_scanPage->functionCombo = ui->templetBtncomboBox_3;
+    m_scanPage->describeLabel = ui->scanDescribeLabel;
+    m_scanPage->body = ui->scanPage;
+    m_filePage->functionCombo = ui->templetBtncomboBox;
+    m_filePage->describeLabel = ui->fileDescribeLabel;
+    m_filePage->body = ui->filePage;
+
+    const auto fill = [](QComboBox* combo, const QVector<Function>& functions) {
+        const QSignalBlocker quiet(combo);
+        combo->clear();
+        for (const Function function : functions)
+            combo->addItem(functionName(function), static_cast<int>(function));
+    };
+    fill(ui->templetBtncomboBox_3, scanPageFunctions());
+    fill(ui->templetBtncomboBox, filePageFunctions());
+}
+
+void Widget::createFunctionPanels(TemplatePage& page)
+{
+    page.copy = new copyPanel(this);
+    page.email = new EmailPanel(this);
+    page.file = new filepanel(this);
+    page.ocr = new ocrpanel(this);
+    page.pdf = new pdfpanel(this);
+    page.ftp = new ftppanel(this);
+    for (FunctionPanel* panel : std::initializer_list<FunctionPanel*>{page.copy, page.email, page.file,
+                                                                      page.ocr, page.pdf, page.ftp}) {
+        panel->hide();
+        ui->functionStack->addWidget(panel);
+    }
+}
+
+void Widget::restoreShellState()
+{
+    const auto file = openMainSettings();
+    const auto select = [](QComboBox* combo, int index) {
+        const QSignalBlocker quiet(combo);
+        combo->setCurrentIndex(qBound(0, index, combo->count() - 1));
+    };
+    select(ui->templetBtncomboBox_3, readInt(*file, keys::ScanModel));
+    select(ui->templetBtncomboBox, readInt(*file, keys::FileModel));
+    ui->scanDescribeLabel->setText(readText(*file, keys::scanDescirbe));
+    ui->fileDescribeLabel->setText(readText(*file, keys::fileDescirbe));
+    if (file->contains(QLatin1String(keys::paraTemplete)))
+        select(ui->templateComboBox, readInt(*file, keys::paraTemplete));
+    qDebug().noquote() << ui->templateComboBox->currentText();
+    selectPage(readInt(*file, keys::modeBtn) != 0 ? *m_filePage : *m_scanPage);
+}
+
+void Widget::connectProgress()
+{
+    connect(this, &Widget::sendProcessMessg, this, &Widget::showProgress);
+    for (TemplatePage* page : {m_scanPage.get(), m_filePage.get()}) {
+        connect(page->pdf, &pdfpanel::sendPDFProcessMessg, this, &Widget::showProgress);
+        connect(page->pdf, &pdfpanel::sendPDFProcessMessg, this, &Widget::scanProcressSlot);
+        connect(page->ocr, &ocrpanel::sendOCRProcessMessg, this, &Widget::showProgress);
+        connect(page->ocr, &ocrpanel::sendOCRProcessMessg, this, &Widget::scanProcressSlot);
+    }
+}
+
+TemplatePage& Widget::selectedPage() const
+{
+    return ui->filePushButton->isChecked() ? *m_filePage : *m_scanPage;
+}
+
+TemplatePage& Widget::workPage() const
+{
+    return m_batchPage ? *m_batchPage : selectedPage();
+}
+
+// Shows one page's function controls and hides the other's.
+void Widget::selectPage(TemplatePage& page)
+{
+    const bool scanPage = page.isScanPage;
+    ScanorFile = scanPage ? 0 : 1;
+    ui->scanPushButton->setChecked(scanPage);
+    ui->filePushButton->setChecked(!scanPage);
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{ui->functionLabel, ui->templetBtncomboBox_3, ui->scanDescribeLabel})
+        widget->setVisible(scanPage);
+    for (QWidget* widget : std::initializer_list<QWidget*>{ui->fileFunctionLabel, ui->templetBtncomboBox,
+                                                           ui->fileDescribeLabel})
+        widget->setVisible(!scanPage);
+    constexpr int kHintFunctionIndex = 4;
+    ui->functionHintLabel->setVisible(scanPage && page.functionCombo->currentIndex() == kHintFunctionIndex);
+    selectFunction(page, page.functionCombo->currentIndex());
+}
+
+void Widget::selectFunction(TemplatePage& page, int index)
+{
+    if (index < 0 || !page.body)
+        return;
+    const Function function = page.function();
+    page.describeLabel->setText(functionDescription(function, page.isScanPage));
+    page.describeLabel->setToolTip(page.describeLabel->text());
+    if (page.isScanPage)
+        currentMode = function == Function::Ocr ? QStringLiteral("OCR") : QStringLiteral("Scan");
+    if (&page == &selectedPage() && page.panelFor(function))
+        ui->functionStack->setCurrentWidget(page.panelFor(function));
+}
+
+void Widget::on_templetBtncomboBox_currentIndexChanged(int index)
+{
+    selectFunction(*m_filePage, index);
+}
+
+void Widget::on_templetBtncomboBox_3_currentIndexChanged(int index)
+{
+    selectFunction(*m_scanPage, index);
+}
+
+void Widget::on_filePushButton_clicked()
+{
+    selectPage(*m_filePage);
+}
+
+void Widget::on_scanPushButton_clicked()
+{
+    selectPage(*m_scanPage);
+}
+
+bool Widget::closeTrigger()
+{
+    if (!m_jobRunning)
+        return true;
+    QMessageBox box(QMessageBox::Question, tr("提示"), tr("扫描任务正在进行，确定要取消任务并退出吗？"),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() != QMessageBox::Yes)
+        return false;
+    cancelflag::set();
+    return true;
+}
+
+void Widget::closeEvent(QCloseEvent* event)
+{
+    if (!closeTrigger()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    QCoreApplication::quit();
+}

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/functions.h"
+#include "app/noticeboard.h"
+#include "app/templatepage.h"
+#include "imageconvert/imageconvertfunction.h"
+#include "imaging/pagepipeline.h"
+
+#include <QSystemTrayIcon>
+#include <QWidget>
+#include <memory>
+#include <opencv2/core.hpp>
+#include <string>
+#include <vector>
+
+class QAction;
+class QMenu;
+class QProcess;
+class QSettings;
+class scanThread;
+
+namespace Ui {
+class Widget;
+}
+
+// The main window: shell of all function panels and the function that scans to image files. It collects
+// control states, calls the rooms that do the work and shows the results. GUI thread.
+class Widget : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit Widget(QWidget* parent = nullptr);
+    ~Widget() override;
+
+    // Settings
+    void initializeIni();
+    void setDefaultValue();
+    void scanWriteIni();
+    void scanReadIni();
+    void applySettings();
+
+    // Messages: 1 information, 2 warning and show the window, 3 critical and show the window, 4 hide.
+    void showMessageOnWindow(int kind, const QString& title, const QString& text);
+    void triggerBubbleOn(int kind, const QString& title, const QString& text);
+
+    // Pages; the window must have a batch page (the selected one outside a batch).
+    MagickWand* imageBasicProcess(MagickWand* image); // null: the page is dropped
+    PageResult imageProcess(const char* pageFile);
+    PageResult imageAppendProcess(const char* frontFile, const char* backFile);
+    bool delBlankImage(MagickWand* image, QSettings& settings);
+    MagickWand* scanImageColorModeTransform(MagickWand* image);
+    MagickWand* widgetImageRGBtoWB(MagickWand* image);
+    MagickWand* delWBNoise(MagickWand* image);
+    MagickWand* setImageCompress(MagickWand* image, const QString& saveType, QSettings& settings);
+    QString getImageName(); // call it once per file written
+    const char* getSaveType() const;
+    int getRealRotation(const std::string& path) const;
+    int getRotation(const cv::Mat& image) const;
+    std::vector<cv::Rect> getRowRects(const cv::Mat& image) const;
+    std::vector<cv::Rect> getBlockRects(const cv::Mat& rowImage, int rowTop) const;
+
+signals:
+    void sendProcessMessg(const QString& text);
+
+public slots:
+    void updateTemplete(const QString& current);
+    void currentTemplete(const QString& name);
+    void newTemplate(const QString& name);
+    bool closeTrigger(); // false: the user wants the batch to go on
+    void scanImageConvertSlot();
+    void scanProcressSlot(const QString& text);
+    void setRotateState();
+    void setAutoRotateState();
+    void doubleRotateState();
+    void cancelAutoRotateState();
+    void buttonStateSlots(int code);
+    void ScannerStateSlots();
+    void showMessage();
+    void ScannerStateCheck();
+    void setIcon(int index);
+    void iconActivated(QSystemTrayIcon::ActivationReason reason);
+    void scanAddApp(const QString& text, const QString& command);
+    void fileAddApp(const QString& text, const QString& command);
+
+    // shell
+    void on_templetBtncomboBox_currentIndexChanged(int index);
+    void on_templetBtncomboBox_3_currentIndexChanged(int index);
+    void on_filePushButton_clicked();
+    void on_scanPushButton_clicked();
+    void on_wholesetPushButton_clicked();
+    void on_confirmPushButton_clicked();
+    void on_applyPushButton_clicked();
+    void on_cancelPushButton_clicked();
+    void on_helpPushButton_clicked();
+    void on_scanButton_clicked();
+    void on_previewPushButton_5_clicked();
+    void on_defaultvaluePushButton_5_clicked();
+    void on_saveBtn_clicked();
+    void on_delBtn_clicked();
+    void on_loadBtn_clicked();
+
+    // scan page
+    void on_appendPushButton_2_clicked();
+    void on_editPushButton_5_clicked();
+    void on_deletePushButton_5_clicked();
+    void on_savePushButton_5_clicked();
+    void on_setPushButton_5_clicked();
+    void on_morePushButton_5_clicked();
+    void on_revolvesetPushButton_5_clicked();
+    void on_lightnessSlider_5_valueChanged(int value);
+    void on_contrastSlider_5_valueChanged(int value);
+    void on_gammaSlider_5_valueChanged(int value);
+    void on_scanTypeComboBox_10_currentIndexChanged(int index);
+    void on_scanTypeComboBox_9_currentIndexChanged(int index);
+    void on_resolutionComboBox_5_currentIndexChanged(int index);
+    void on_resolutionLineEdit_5_textChanged(const QString& text);
+    void on_papersizeComboBox_5_currentIndexChanged(int index);
+    void on_papersizeComboBox_5_activated(int index);
+    void on_fileTypeComboBox_5_currentIndexChanged(int index);
+    void on_frontRadioButton_5_clicked();
+    void on_backRadioButton_5_clicked();
+    void on_doubleRadioButton_5_clicked();
+    void on_splitCheckBox_5_clicked();
+    void on_combineCheckBox_5_clicked();
+    void on_redfileCheckBox_5_clicked();
+    void on_autocutCheckBox_5_clicked();
+
+    // file page
+    void on_appendPushButton_clicked();
+    void on_editPushButton_clicked();
+    void on_deletePushButton_clicked();
+    void on_savePushButton_clicked();
+    void on_setPushButton_clicked();
+    void on_revolvesetPushButton_clicked();
+    void on_lightnessSlider_valueChanged(int value);
+    void on_contrastSlider_valueChanged(int value);
+    void on_gammaSlider_valueChanged(int value);
+    void on_scanTypeComboBox_currentIndexChanged(int index);
+    void on_scanTypeComboBox_2_currentIndexChanged(int index);
+    void on_resolutionComboBox_currentIndexChanged(int index);
+    void on_fileTypeComboBox_currentIndexChanged(int index);
+    void on_frontRadioBtn_clicked();
+    void on_backRadioBtn_clicked();
+    void on_doubleRadioBtn_clicked();
+    void on_splitCheckBox_clicked();
+    void on_combineCheckBox_clicked();
+    void on_redfileCheckBox_clicked();
+    void on_autocutCheckBox_clicked();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // construction (widget.cpp)
+    void createPages();
+    void createFunctionPanels(TemplatePage& page);
+    void createActions();
+    void createTrayIcon();
+    void waitForTray();
+    void restoreShellState();
+    void connectProgress();
+    void selectPage(TemplatePage& page);
+    void selectFunction(TemplatePage& page, int index);
+    TemplatePage& selectedPage() const;
+    TemplatePage& workPage() const; // the batch's page, else the selected one
+
+    // dialogs (widget_settings.cpp)
+    void editApplication(TemplatePage& page, bool append);
+    void deleteApplication(TemplatePage& page);
+    void editSaveRules(TemplatePage& page);
+    void editRotation(TemplatePage& page);
+    void addApplication(TemplatePage& page, const QString& text, const QString& command);
+
+    // a batch (widget_scan.cpp)
+    void startScan(TemplatePage& page, Function function);
+    void prepareThread();
+    void dropReceivers();
+    void rescueLeftovers();
+    bool confirmPrefix(TemplatePage& page);
+    void startThread(TemplatePage& page);
+    void scanThreadEnded();
+    void reportOutcome();
+    void processPageFiles();
+    int processNext(const QStringList& files, int index);
+    void takeResult(const PageResult& result, const QStringList& sources);
+    void finishBatch();
+    void renameSaved();
+    void showPreviews();
+    void endJob();
+    void cancelBatch();
+    void sendProgress(const QString& text);
+    void showProgress(const QString& text);
+    void setScanControls(bool enabled);
+    void notice(const QString& text); // status line and a balloon of its own
+    void hideOrMinimise();
+    PagePipeline pipeline();
+
+    std::unique_ptr<Ui::Widget> ui;
+    std::unique_ptr<TemplatePage> m_scanPage;
+    std::unique_ptr<TemplatePage> m_filePage;
+    TemplatePage* m_batchPage = nullptr;
+    ImageConvertFunction m_library;
+    scanThread* m_thread = nullptr;
+    NoticeBoard m_notices;
+    bool m_jobRunning = false;
+    bool m_preview = false;
+    bool m_leftCancelledPages = false;
+    QString m_template; // the template that applying refreshes
+
+    QSystemTrayIcon* m_tray = nullptr;
+    QMenu* m_trayMenu = nullptr;
+    QAction* m_minimizeAction = nullptr;
+    QAction* m_showAction = nullptr;
+    QAction* m_quitAction = nullptr;
+    int m_lastKind = 0;
+    QString m_lastTitle;
+    QString m_lastText;
+    int m_connected = 0;
+    int m_onlineState = 0; // the code 4 or 5 that has been acted on; 0 none yet
+    bool m_helpRunning = false;
+};

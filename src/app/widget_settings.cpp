@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Settings, templates and the dialogs that edit them.
+#include "app/widget.h"
+
+#include "config/applicationlist.h"
+#include "config/factory.h"
+#include "config/installroot.h"
+#include "config/keys.h"
+#include "config/paths.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
+#include "config/templates.h"
+#include "device/statefile.h"
+#include "forms/append.h"
+#include "forms/rotateset.h"
+#include "forms/saveset.h"
+#include "forms/scanpagelogic.h"
+#include "ui_widget.h"
+
+#include <QDebug>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QProcess>
+
+void Widget::initializeIni()
+{
+    ensureFactorySettings();
+}
+
+void Widget::setDefaultValue()
+{
+    TemplatePage& page = selectedPage();
+    page.logic->setDefaults();
+    const auto pathFile = openPathSettings();
+    pathFile->setValue(page.pathGroup + QLatin1Char('/') + QLatin1String(keys::savepath),
+                       defaultSaveFolder());
+    const auto file = openMainSettings();
+    file->setValue(page.scanGroup + QLatin1Char('/') + QLatin1String(keys::saveFile), 0);
+    if (!saveSettings(*pathFile) || !saveSettings(*file))
+        notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
+}
+
+void Widget::scanWriteIni()
+{
+    if (!m_scanPage->writeIni())
+        notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
+}
+
+void Widget::scanReadIni()
+{
+    m_scanPage->readIni();
+    m_filePage->readIni();
+}
+
+void Widget::applySettings()
+{
+    qDebug() << "now is apply setting";
+    TemplatePage& page = selectedPage();
+    bool saved = true;
+    {
+        const auto file = openMainSettings();
+        file->setValue(QLatin1String(keys::ScanModel), ui->templetBtncomboBox_3->currentIndex());
+        file->setValue(QLatin1String(keys::FileModel), ui->templetBtncomboBox->currentIndex());
+        file->setValue(QLatin1String(keys::modeBtn), page.isScanPage ? 0 : 1);
+        saved = saveSettings(*file);
+    }
+    if (page.function() == Function::Scan)
+        saved = page.writeIni() && saved;
+    saved = storeTemplate(m_template) && saved;
+    if (!saved)
+        notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
+}
+
+void Widget::updateTemplete(const QString& current)
+{
+    ui->templateComboBox->clear();
+    qDebug() << "scanModeFile files--lg";
+    ui->templateComboBox->addItems(templateNames());
+    currentTemplete(current);
+    qDebug().noquote() << "currentText is " << ui->templateComboBox->currentText();
+    qDebug() << "now is update Templete";
+}
+
+void Widget::currentTemplete(const QString& name)
+{
+    const int index = ui->templateComboBox->findText(name);
+    if (index >= 0)
+        ui->templateComboBox->setCurrentIndex(index);
+}
+
+void Widget::newTemplate(const QString& name)
+{
+    if (!isSafeTemplateName(name)) {
+        notice(tr("模板名称不能包含空格或特殊字符"));
+        return;
+    }
+    ui->templateComboBox->addItem(name);
+    currentTemplete(name);
+    m_template = name;
+    applySettings();
+}
+
+// The template buttons stay disabled until there is a dialog to name one.
+void Widget::on_saveBtn_clicked() {}
+void Widget::on_loadBtn_clicked() {}
+void Widget::on_delBtn_clicked() {}
+void Widget::on_wholesetPushButton_clicked() {}
+void Widget::on_setPushButton_5_clicked() {}
+void Widget::on_setPushButton_clicked() {}
+void Widget::on_morePushButton_5_clicked() {}
+
+void Widget::on_applyPushButton_clicked()
+{
+    applySettings();
+    ui->applyPushButton->setEnabled(false);
+    ui->applyPushButton->setEnabled(true);
+}
+
+void Widget::on_confirmPushButton_clicked()
+{
+    applySettings();
+    hideOrMinimise();
+}
+
+void Widget::on_cancelPushButton_clicked()
+{
+    if (m_jobRunning) {
+        cancelBatch();
+        return;
+    }
+    restoreShellState();
+    scanReadIni();
+    hideOrMinimise();
+}
+
+void Widget::on_defaultvaluePushButton_5_clicked()
+{
+    setDefaultValue();
+}
+
+// The viewer runs in a child while events go on; meanwhile a second click does nothing.
+void Widget::on_helpPushButton_clicked()
+{
+    if (m_helpRunning)
+        return;
+    if (!QFileInfo(paths::pdfReader()).isExecutable() || !QFileInfo::exists(paths::manual())) {
+        notice(tr("帮助文件尚未安装"));
+        return;
+    }
+    m_helpRunning = true;
+    QProcess viewer;
+    QEventLoop loop;
+    connect(&viewer, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &loop, &QEventLoop::quit);
+    connect(&viewer, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    viewer.start(paths::pdfReader(), {paths::manual()});
+    loop.exec();
+    m_helpRunning = false;
+}
+
+void Widget::ScannerStateSlots()
+{
+    ScannerStateCheck();
+}
+
+// Shows the last state that the scanning side recorded.
+void Widget::ScannerStateCheck()
+{
+    const int code = state::read();
+    notice(code <= 0 ? tr("扫描仪空闲") : tr("扫描仪状态代码：%1").arg(code));
+}
+
+void Widget::setRotateState()
+{
+    selectedPage().logic->setRotateState();
+}
+
+void Widget::setAutoRotateState()
+{
+    selectedPage().logic->setAutoRotateState();
+}
+
+void Widget::doubleRotateState()
+{
+    selectedPage().logic->doubleRotateState();
+}
+
+void Widget::cancelAutoRotateState()
+{
+    selectedPage().logic->cancelAutoRotateState();
+}
+
+void Widget::editRotation(TemplatePage& page)
+{
+    ScanPageLogic& logic = *page.logic;
+    RotationChoice choice;
+    choice.automatic = logic.isAutoRotate();
+    choice.front = logic.rotation(ScanPageLogic::Side::Front);
+    choice.back = logic.rotation(ScanPageLogic::Side::Back);
+    constexpr int kBack = 3;
+    constexpr int kDuplex = 4;
+    const int source = logic.sourceNumber();
+    const ScanSides sides = source == kDuplex ? ScanSides::Both
+                            : source == kBack ? ScanSides::Back
+                                              : ScanSides::Front;
+    RotateSet dialog(choice, sides, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    choice = dialog.choice();
+    logic.setRotation(ScanPageLogic::Side::Front, choice.front);
+    logic.setRotation(ScanPageLogic::Side::Back, choice.back);
+    if (choice.automatic)
+        setAutoRotateState();
+    else if (sides == ScanSides::Both)
+        doubleRotateState();
+    else
+        setRotateState();
+}
+
+void Widget::editSaveRules(TemplatePage& page)
+{
+    saveSet dialog(page.scanGroup, page.pathGroup, this);
+    dialog.exec();
+}
+
+void Widget::addApplication(TemplatePage& page, const QString& text, const QString& command)
+{
+    page.applications.push_back({text, command});
+    page.showApplications(static_cast<int>(page.applications.size()) - 1);
+    (page.isScanPage ? scanAppendApp : fileAppendApp) = text;
+}
+
+void Widget::scanAddApp(const QString& text, const QString& command)
+{
+    addApplication(*m_scanPage, text, command);
+}
+
+void Widget::fileAddApp(const QString& text, const QString& command)
+{
+    addApplication(*m_filePage, text, command);
+}
+
+void Widget::editApplication(TemplatePage& page, bool isNew)
+{
+    const int index = page.controls.application->currentIndex();
+    if (!isNew && index < 0)
+        return;
+    AppEntry entry;
+    QStringList others;
+    for (int i = 0; i < static_cast<int>(page.applications.size()); ++i) {
+        const AppEntry& other = page.applications[static_cast<std::size_t>(i)];
+        if (!isNew && i == index)
+            entry = other;
+        else
+            others << other.text;
+    }
+    append dialog(entry, others, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    entry = dialog.entry();
+    if (isNew) {
+        page.isScanPage ? scanAddApp(entry.text, entry.command) : fileAddApp(entry.text, entry.command);
+        return;
+    }
+    page.applications[static_cast<std::size_t>(index)] = entry;
+    page.showApplications(index);
+}
+
+void Widget::deleteApplication(TemplatePage& page)
+{
+    const int index = page.controls.application->currentIndex();
+    if (index < 0)
+        return;
+    page.applications.erase(page.applications.begin() + index);
+    countDeletedApplication();
+    page.showApplications(qMin(index, static_cast<int>(page.applications.size()) - 1));
+}
