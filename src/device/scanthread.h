@@ -4,7 +4,8 @@
 #include <QThread>
 #include <memory>
 
-class sane_scan;
+class SaneApi;
+class WaitClock;
 
 // Runs one scan batch away from the GUI thread: finds the scanner by its model name, opens it (retrying
 // while it is busy), scans everything in the feeder into page files and announces the end. May be started
@@ -14,21 +15,41 @@ class scanThread : public QThread
     Q_OBJECT
 public:
     // How a batch ended, for the notice that the user gets. Valid once the thread has finished.
-    enum class Outcome { NotRun, Scanned, NoScanner, OpenFailed, StillBusy, FeederEmpty, Jam, CoverOpen, IoError, Cancelled };
+    enum class Outcome
+    {
+        NotRun,
+        Scanned, // every page, without a fault
+        NoScanner,
+        OpenFailed,
+        StillBusy, // 21 times, or between two pages
+        FeederEmpty,
+        Jam,
+        CoverOpen,
+        IoError,
+        WriteFailed, // a page file could not be written: disk full, folder read-only or missing
+        Cancelled
+    };
 
     explicit scanThread(QObject* parent = nullptr);
+    // With another SANE library and another clock.
+    scanThread(std::unique_ptr<SaneApi> api, std::unique_ptr<WaitClock> clock, QObject* parent = nullptr);
+    // Cancels a batch that still runs and waits for its end.
     ~scanThread() override;
 
-    // The ten scan parameters in the order of the device options; called before start().
-    void setScanParamaters(int resolution, int source, int paperSize, int imageType, int colorMode, int option9,
-                           int rotation, int edgeFill, int option12, int option13);
+    // The ten scan parameters in the order of the device options; called before start(), not during a batch.
+    void setScanParamaters(int resolution, int source, int paperSize, int imageType, int colorMode,
+                           int option9, int rotation, int edgeFill, int option12, int option13);
 
     Outcome outcome() const;
-    int pagesScanned() const; // complete page files of the last batch
+    // Complete page files of the last batch; also counts pages before a fault or a cancel.
+    int pagesScanned() const;
 
 signals:
     // The end of a batch in which a device was found, whether or not it could be opened.
     void scanOverSignals();
+
+    // The scan of this page, from 1, has begun.
+    void pageStarted(int page);
 
 protected:
     void run() override;

@@ -6,7 +6,8 @@
 
 namespace state {
 
-enum Code {
+enum Code
+{
     Idle = 0,
     FirstPage = 1, // 1 to 999: this page is being scanned; above: 999
     LastPage = 999,
@@ -20,6 +21,9 @@ enum Code {
 
 // False (logged) when the file cannot be written.
 bool write(int code);
+
+// The code that says "page n is being scanned", n from 1.
+int pageCode(int page);
 
 // The code in the first line; -1 when the file is missing or does not hold a number.
 int read();

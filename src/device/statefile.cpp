@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "device/statefile.h"
+
+#include "config/paths.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QSaveFile>
+
+namespace state {
+
+bool write(int code)
+{
+    const QString path = paths::stateFile();
+    QSaveFile file(path);
+    const QByteArray line = QByteArray::number(code).rightJustified(4, '0') + '\n';
+    if (file.open(QIODevice::WriteOnly) && file.write(line) == line.size() && file.commit())
+        return true;
+    qWarning().noquote() << "cannot write the state file" << path << file.errorString();
+    return false;
+}
+
+int read()
+{
+    QFile file(paths::stateFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    // Longer than any code: a damaged file is not read as a whole.
+    const QByteArray line = file.readLine(32).trimmed();
+    bool isNumber = false;
+    const int code = line.toInt(&isNumber);
+    return isNumber && code >= 0 ? code : -1;
+}
+
+int pageCode(int page)
+{
+    return page < LastPage ? page : LastPage;
+}
+
+} // namespace state
