@@ -7,7 +7,10 @@
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 #include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -55,6 +58,70 @@ QString usableFile(const QString& file)
     return moved ? file : aside;
 }
 
+// A second name for the file as it is before a write. QSettings of Qt 5.15 does not notice a disk that gets
+// full in the last block: it renames the cut file into place and reports success.
+class FormerFile
+{
+public:
+    explicit FormerFile(const QString& file)
+        : m_file(QFile::encodeName(file)), m_former(QFile::encodeName(file + QLatin1String(".former")))
+    {
+        ::unlink(m_former.constData());
+        m_kept = ::link(m_file.constData(), m_former.constData()) == 0;
+        m_absent = !m_kept && errno == ENOENT;
+    }
+    ~FormerFile()
+    {
+        if (m_kept)
+            ::unlink(m_former.constData());
+    }
+    FormerFile(const FormerFile&) = delete;
+    FormerFile& operator=(const FormerFile&) = delete;
+
+    // Whether another file has taken its place since.
+    bool isReplaced() const
+    {
+        struct stat now = {};
+        struct stat before = {};
+        if (::stat(m_file.constData(), &now) != 0)
+            return false;
+        return m_absent ||
+               (m_kept && ::stat(m_former.constData(), &before) == 0 && now.st_ino != before.st_ino);
+    }
+
+    // Puts it back; where there was no file before, none stays.
+    void restore() const
+    {
+        if (m_kept)
+            std::rename(m_former.constData(), m_file.constData());
+        else if (m_absent)
+            ::unlink(m_file.constData());
+    }
+
+private:
+    QByteArray m_file;
+    QByteArray m_former;
+    bool m_kept = false;
+    bool m_absent = false;
+};
+
+// Whether the file has a whole line for every key of its settings, which this process knows.
+bool isComplete(const QString& file)
+{
+    QFile written(file);
+    if (!written.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray content = written.readAll();
+    int keys = 0;
+    for (const QByteArray& line : content.split('\n')) {
+        if (!line.isEmpty() && !line.startsWith('[') && !line.startsWith(';') && line.contains('='))
+            ++keys;
+    }
+    QSettings known(file, QSettings::IniFormat);
+    known.setIniCodec("UTF-8");
+    return (content.isEmpty() || content.endsWith('\n')) && keys >= known.allKeys().size();
+}
+
 } // namespace
 
 std::unique_ptr<QSettings> openSettings(const QString& file)
@@ -81,9 +148,14 @@ std::unique_ptr<QSettings> openPathSettings()
 
 bool saveSettings(QSettings& settings)
 {
+    const QString file = settings.fileName();
+    const FormerFile former(file);
     settings.sync();
-    if (settings.status() != QSettings::AccessError)
+    const bool cut = former.isReplaced() && !isComplete(file);
+    if (cut)
+        former.restore();
+    if (!cut && settings.status() != QSettings::AccessError)
         return true;
-    qWarning().noquote() << "cannot write the settings file" << settings.fileName();
+    qWarning().noquote() << "cannot write the settings file" << file;
     return false;
 }

@@ -25,7 +25,8 @@ bool isPlainAscii(uint c)
 
 bool isPlain(uint c)
 {
-    return c < 128 ? isPlainAscii(c) : QChar::isPrint(c) && !QChar::isSpace(c);
+    return c < 128 ? isPlainAscii(c)
+                   : QChar::isPrint(c) && !QChar::isSpace(c) && c != QChar::ReplacementCharacter;
 }
 
 QString mainFile(const QString& name)
@@ -89,6 +90,9 @@ bool isReadableFile(const QString& path)
 bool isSafeTemplateName(const QString& name)
 {
     const auto codes = name.toUcs4();
+    // what the locale cannot express would come to the shell as "?", which stands for any character
+    if (QFile::decodeName(QFile::encodeName(name)) != name)
+        return false;
     return !codes.isEmpty() && codes.size() <= maxNameLength && name.toUtf8().size() <= maxNameBytes &&
            codes.first() != '.' && std::all_of(codes.begin(), codes.end(), isPlain);
 }
