@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "forms/settingbinding.h"
+
+class ScanPageLogic;
+
+// All keys of the groups "Scan_Scan" and "File_Scan" that one template page shows. GUI thread; the logic and
+// its controls must outlive the object.
+//
+// Reading puts every value into its control and then lets the page's rules decide what is enabled. Of the
+// stored enabled states only those that no rule decides are taken over: the rotation labels ("pageSetFront",
+// "pageSetBack": which one is used) and the blank-page box ("delBlankState", enabled when the key is
+// missing). Bad values become the key's factory value (settingtable.h). The application list must be filled
+// before.
+class ScanPageSettings
+{
+public:
+    explicit ScanPageSettings(ScanPageLogic& logic);
+
+    void read(const QSettings& settings); // the group is begun in `settings`
+    void write(QSettings& settings) const;
+
+private:
+    void bindPaper();
+    void bindTone();
+    void bindSwitches();
+    void bindStates();
+    void bindResolution();
+
+    ScanPageLogic& m_logic;
+    SettingBinding m_binding;
+};
