@@ -1,0 +1,14 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# What belongs below the install root: the program, its image library, Qt's own texts in Chinese, and the
+# folders that the program writes into. No settings: the program writes them at its first start.
+
+get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE translations
+                OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+
+install(TARGETS qwd200 RUNTIME DESTINATION bin)
+install(TARGETS imageconvert LIBRARY DESTINATION lib NAMELINK_SKIP)
+install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
+install(DIRECTORY DESTINATION scanModeFile)
+install(DIRECTORY DESTINATION tempfiles)
+install(DIRECTORY DESTINATION tempTxtFiles)
