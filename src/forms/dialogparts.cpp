@@ -56,6 +56,11 @@ QString prefixProblem(const QString& prefix)
     return QString();
 }
 
+QString cannotStore()
+{
+    return QCoreApplication::translate("dialogparts", "设置无法保存，请检查磁盘空间和权限。");
+}
+
 void styleHelp(QLabel* label)
 {
     label->setWordWrap(true);

@@ -23,6 +23,9 @@ bool hasControlCharacters(const QString& text);
 // What is wrong with `prefix` as the beginning of a file name, in Chinese; empty when nothing is.
 QString prefixProblem(const QString& prefix);
 
+// The message for settings that could not be written.
+QString cannotStore();
+
 // Explanations in a quieter colour of the desktop's palette.
 void styleHelp(QLabel* label);
 
