@@ -51,25 +51,36 @@ enum class Axis
     Columns
 };
 
-// Postl's criterion for one angle; bins of one pixel, marks shared between two bins.
+// A mark is one pixel wide in the profile, placed to a quarter of a pixel. Whole-pixel bins would favour the
+// angles at which the pixel grid falls in step with them, above all 0.
+constexpr int kPhases = 4;
+
+// Postl's criterion for one angle.
 double score(const std::vector<Mark>& marks, size_t stride, Axis axis, double angleDeg,
              std::vector<float>& bins)
 {
-    const float c = static_cast<float>(std::cos(angleDeg * CV_PI / 180));
-    const float s = static_cast<float>(std::sin(angleDeg * CV_PI / 180));
+    const float c = static_cast<float>(std::cos(angleDeg * CV_PI / 180)) * kPhases;
+    const float s = static_cast<float>(std::sin(angleDeg * CV_PI / 180)) * kPhases;
     std::fill(bins.begin(), bins.end(), 0.0f);
     const float middle = static_cast<float>(bins.size()) / 2;
     for (size_t i = 0; i < marks.size(); i += stride) {
         const Mark& m = marks[i];
         const float at = (axis == Axis::Rows ? m.y * c - m.x * s : m.x * c + m.y * s) + middle;
-        const auto bin = static_cast<size_t>(at);
-        const float part = at - static_cast<float>(bin);
-        bins[bin] += m.weight * (1 - part);
-        bins[bin + 1] += m.weight * part;
+        bins[static_cast<size_t>(at)] += m.weight;
     }
+    // Neighbouring one-pixel sums at all phases.
     double sum = 0;
-    for (size_t i = 1; i < bins.size(); ++i)
-        sum += static_cast<double>(bins[i] - bins[i - 1]) * (bins[i] - bins[i - 1]);
+    float first = 0, second = 0;
+    for (size_t i = 0; i < kPhases; ++i) {
+        first += bins[i];
+        second += bins[i + kPhases];
+    }
+    for (size_t i = 2 * kPhases; i < bins.size(); ++i) {
+        const float step = second - first;
+        sum += static_cast<double>(step) * step;
+        first += bins[i - kPhases] - bins[i - 2 * kPhases];
+        second += bins[i] - bins[i - kPhases];
+    }
     return sum;
 }
 
@@ -131,7 +142,7 @@ SkewResult detectSkew(const cv::Mat& grey, double dpi, const SkewParams& params)
     const std::vector<Mark> marks = marksOf(grey, dpi);
     if (marks.size() < 150)
         return result;
-    std::vector<float> bins(static_cast<size_t>(std::hypot(grey.cols, grey.rows)) + 4);
+    std::vector<float> bins(static_cast<size_t>(std::hypot(grey.cols, grey.rows) + 6) * kPhases);
     const Peak rows = coarsePeak(marks, Axis::Rows, params.maxAngleDeg, bins);
     const Peak columns = coarsePeak(marks, Axis::Columns, params.maxAngleDeg, bins);
     const bool byRows = rows.prominence >= columns.prominence;
