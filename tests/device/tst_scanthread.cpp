@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/installroot.h"
+#include "config/paths.h"
+#include "device/cancelflag.h"
+#include "device/scanthread.h"
+#include "device/statefile.h"
+#include "device/waitclock.h"
+#include "scriptedsane.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QtTest>
+#include <atomic>
+
+namespace {
+
+// Adds the pauses up instead of sleeping.
+class CountingClock : public WaitClock
+{
+public:
+    explicit CountingClock(int& total, std::function<void(int)> onPause) : m_total(total), m_onPause(onPause)
+    {
+    }
+    void pause(int milliseconds) override
+    {
+        Q_ASSERT(milliseconds <= 100);
+        m_total += milliseconds;
+        if (m_onPause)
+            m_onPause(m_total);
+    }
+
+private:
+    int& m_total;
+    std::function<void(int)> m_onPause;
+};
+
+ScriptedFrame page()
+{
+    return frame(FrameFormat::Gray, 2, 2, 8, {"page"});
+}
+
+QByteArray stateText()
+{
+    QFile file(paths::stateFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
+}
+
+} // namespace
+
+class TestScanThread : public QObject
+{
+    Q_OBJECT
+    using Outcome = scanThread::Outcome;
+
+private slots:
+    void init();
+    void wholeBatch();
+    void modelIsComparedExactly();
+    void busyThenGood();
+    void busyForEver();
+    void openFailure_data();
+    void openFailure();
+    void scannerLostWhileBusy();
+    void faults_data();
+    void faults();
+    void cancelWhileBusy();
+    void twoBatches();
+    void endsWithItsObject();
+    void stateFile();
+
+private:
+    // Runs one batch to its end.
+    void run(scanThread& thread, int source = 4)
+    {
+        thread.setScanParamaters(300, source, 2, 2, 1, 2, 1, 1, 1, 1);
+        thread.start(QThread::InheritPriority);
+        QVERIFY(thread.wait(20000));
+    }
+    std::unique_ptr<scanThread> makeThread()
+    {
+        return std::make_unique<scanThread>(std::make_unique<ScriptedSane>(m_script),
+                                            std::make_unique<CountingClock>(m_waitedMs, m_onPause));
+    }
+    QStringList pageNames() const
+    {
+        return QDir(paths::tempFolder()).entryList({"zarnqwd*"}, QDir::Files, QDir::Name);
+    }
+
+    Script m_script;
+    int m_waitedMs = 0;
+    std::function<void(int)> m_onPause;
+};
+
+void TestScanThread::init()
+{
+    QVERIFY(QDir(installRoot()).removeRecursively());
+    QVERIFY(paths::ensureFolders());
+    cancelflag::clear();
+    m_script = {};
+    m_waitedMs = 0;
+    m_onPause = nullptr;
+}
+
+void TestScanThread::wholeBatch()
+{
+    QList<QByteArray> states; // what a reader sees during the batch
+    m_script.onRead = [&states] {
+        if (states.isEmpty() || states.last() != stateText())
+            states << stateText();
+    };
+    m_script.frames = {page(), page()};
+    cancelflag::set(); // left over from before
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    QSignalSpy started(thread.get(), &scanThread::pageStarted);
+    run(*thread);
+    QCOMPARE(over.count(), 1);
+    QCOMPARE(started.count(), 2);
+    QCOMPARE(thread->outcome(), Outcome::Scanned);
+    QCOMPARE(thread->pagesScanned(), 2);
+    QCOMPARE(pageNames(), QStringList({"zarnqwd200-0001.pnm", "zarnqwd200-0002.pnm"}));
+    QCOMPARE(states, QList<QByteArray>({"0001\n", "0002\n"}));
+    QCOMPARE(stateText(), QByteArray("0000\n"));
+    QCOMPARE(m_script.calls.mid(m_script.calls.size() - 2), QStringList({"cancel", "close"}));
+}
+
+void TestScanThread::modelIsComparedExactly()
+{
+    m_script.devices = {{"a", "", "QWD200", ""}, {"b", "", "qwd2000", ""}, {"c", "", "", ""}};
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    run(*thread);
+    QCOMPARE(over.count(), 0);
+    QCOMPARE(thread->outcome(), Outcome::NoScanner);
+    QVERIFY(m_script.calls.filter("open").isEmpty());
+    QCOMPARE(stateText(), QByteArray("1006\n"));
+
+    m_script.devices.push_back({"d", "", "qwd200", ""});
+    m_script.devices.push_back({"e", "", "qwd200", ""});
+    m_script.frames = {page()};
+    run(*thread);
+    QCOMPARE(m_script.calls.filter("open"), QStringList({"open d"}));
+    QCOMPARE(over.count(), 1);
+}
+
+void TestScanThread::busyThenGood()
+{
+    QByteArray whileWaiting;
+    m_onPause = [&whileWaiting](int) { whileWaiting = stateText(); };
+    m_script.opens = {SaneStatus::DeviceBusy, SaneStatus::IoError, SaneStatus::DeviceBusy};
+    m_script.frames = {page()};
+    const auto thread = makeThread();
+    run(*thread);
+    QCOMPARE(thread->outcome(), Outcome::Scanned);
+    QCOMPARE(m_waitedMs, 15000);
+    QCOMPARE(whileWaiting, QByteArray("1010\n"));
+    QCOMPARE(stateText(), QByteArray("0000\n"));
+    // Looked up anew each time, and never initialised twice.
+    QCOMPARE(m_script.calls.filter(QRegularExpression("^(init|exit)$")),
+             QStringList({"init", "exit", "init", "exit", "init", "exit", "init"}));
+}
+
+void TestScanThread::busyForEver()
+{
+    m_script.opens.assign(50, SaneStatus::DeviceBusy);
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    run(*thread);
+    QCOMPARE(m_script.calls.filter("open").size(), 21);
+    QCOMPARE(m_waitedMs, 21 * 5000);
+    QCOMPARE(stateText(), QByteArray("0000\n"));
+    QCOMPARE(thread->outcome(), Outcome::StillBusy);
+    QCOMPARE(over.count(), 1);
+    QVERIFY(pageNames().isEmpty());
+}
+
+void TestScanThread::openFailure_data()
+{
+    QTest::addColumn<bool>("busyFirst");
+    QTest::addColumn<int>("attempts");
+    QTest::newRow("at once") << false << 1;
+    QTest::newRow("after a busy answer, for ever") << true << 21;
+}
+
+void TestScanThread::openFailure()
+{
+    QFETCH(bool, busyFirst);
+    QFETCH(int, attempts);
+    m_script.opens.assign(100, SaneStatus::IoError);
+    if (busyFirst)
+        m_script.opens.push_front(SaneStatus::DeviceBusy);
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    run(*thread);
+    QCOMPARE(m_waitedMs, attempts * 5000);
+    QCOMPARE(stateText(), QByteArray("1010\n"));
+    QCOMPARE(thread->outcome(), Outcome::OpenFailed);
+    QCOMPARE(over.count(), 1);
+}
+
+void TestScanThread::scannerLostWhileBusy()
+{
+    m_script.opens = {SaneStatus::DeviceBusy};
+    m_onPause = [this](int) { m_script.devices.clear(); };
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    run(*thread);
+    QCOMPARE(thread->outcome(), Outcome::NoScanner);
+    QCOMPARE(over.count(), 0);
+}
+
+void TestScanThread::faults_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("code");
+    QTest::addColumn<int>("outcome");
+    const auto row = [](const char* name, SaneStatus status, const char* code, Outcome outcome) {
+        QTest::newRow(name) << int(status) << QByteArray(code) << int(outcome);
+    };
+    row("jam", SaneStatus::Jammed, "1009\n", Outcome::Jam);
+    row("lid", SaneStatus::CoverOpen, "1009\n", Outcome::CoverOpen);
+    row("input or output", SaneStatus::IoError, "1006\n", Outcome::IoError);
+    row("memory", SaneStatus::NoMem, "1006\n", Outcome::IoError);
+    row("unheard of", SaneStatus(77), "1006\n", Outcome::IoError);
+    row("cancelled at the device", SaneStatus::Cancelled, "1011\n", Outcome::Cancelled);
+    row("taken by another program", SaneStatus::DeviceBusy, "1010\n", Outcome::StillBusy);
+}
+
+void TestScanThread::faults()
+{
+    QFETCH(int, status);
+    QFETCH(QByteArray, code);
+    QFETCH(int, outcome);
+    const auto check = [&](const QStringList& names, int pages) {
+        const auto thread = makeThread();
+        run(*thread);
+        QCOMPARE(stateText(), code);
+        QCOMPARE(int(thread->outcome()), outcome);
+        QCOMPARE(thread->pagesScanned(), pages);
+        QCOMPARE(pageNames(), names);
+        QCOMPARE(m_script.calls.filter("close").size(), 1);
+    };
+    m_script.starts = {SaneStatus(status)};
+    check({}, 0);
+
+    init();
+    ScriptedFrame bad = page();
+    bad.end = SaneStatus(status);
+    m_script.starts = {SaneStatus::Good, SaneStatus::Good, SaneStatus::IoError}; // the first fault counts
+    m_script.frames = {page(), bad};
+    check({"zarnqwd200-0001.pnm", "zarnqwd200-0002.pnm.part"}, 1);
+}
+
+void TestScanThread::cancelWhileBusy()
+{
+    m_script.opens.assign(50, SaneStatus::DeviceBusy);
+    m_onPause = [](int totalMs) {
+        if (totalMs == 7300)
+            cancelflag::set();
+    };
+    const auto thread = makeThread();
+    QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+    run(*thread);
+    QCOMPARE(m_waitedMs, 7300);
+    QCOMPARE(stateText(), QByteArray("1011\n"));
+    QCOMPARE(thread->outcome(), Outcome::Cancelled);
+    QCOMPARE(over.count(), 1);
+}
+
+void TestScanThread::twoBatches()
+{
+    const auto thread = makeThread();
+    m_script.starts = {SaneStatus::Jammed};
+    run(*thread);
+    QCOMPARE(thread->outcome(), Outcome::Jam);
+    m_script.frames = {page()};
+    run(*thread);
+    QCOMPARE(thread->outcome(), Outcome::Scanned);
+    QCOMPARE(stateText(), QByteArray("0000\n"));
+    run(*thread);
+    QCOMPARE(thread->outcome(), Outcome::FeederEmpty);
+    QCOMPARE(stateText(), QByteArray("1007\n"));
+    QCOMPARE(thread->pagesScanned(), 0);
+}
+
+// Closing the program in the middle of a page.
+void TestScanThread::endsWithItsObject()
+{
+    m_script.frames = {page()};
+    m_script.frames.front().portions.assign(100000, QByteArray(1, 'x'));
+    std::atomic<bool> reading{false};
+    m_script.onRead = [&reading] {
+        reading = true;
+        QThread::msleep(1);
+    };
+    auto thread = makeThread();
+    thread->setScanParamaters(300, 4, 2, 2, 1, 2, 1, 1, 1, 1);
+    thread->start();
+    QTRY_VERIFY(reading);
+    thread.reset();
+    QCOMPARE(stateText(), QByteArray("1011\n"));
+    QCOMPARE(m_script.calls.mid(m_script.calls.size() - 3), QStringList({"cancel", "close", "exit"}));
+}
+
+void TestScanThread::stateFile()
+{
+    QVERIFY(state::write(7));
+    QCOMPARE(stateText(), QByteArray("0007\n"));
+    QCOMPARE(state::pageCode(998), 998);
+    QCOMPARE(state::pageCode(1006), 999); // no page looks like a fault
+    for (const char* text : {"", "\n", "busy\n", "10x0\n", "-3\n", "99999999999999999999\n"}) {
+        QFile file(paths::stateFile());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
+        file.close();
+        QCOMPARE(state::read(), -1);
+    }
+    QVERIFY(QFile::remove(paths::stateFile()));
+    QCOMPARE(state::read(), -1);
+    QVERIFY(QDir().mkpath(paths::stateFile())); // something in the way
+    QVERIFY(!state::write(state::Idle));
+}
+
+QTEST_GUILESS_MAIN(TestScanThread)
+#include "tst_scanthread.moc"
