@@ -1,0 +1,93 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""check_rooms.py [SOURCE_DIR]: reads the includes below src/ and reports what breaks the house rules.
+
+A room may include itself and the rooms that ALLOWED names; rooms without widgets include no widget header;
+each outside library has one source file that talks to it; the install root is named in one place.
+"""
+import glob
+import os
+import re
+import sys
+
+BELOW_IMAGING = {"config", "imageconvert", "output", "recognition"}
+BELOW_PANELS = BELOW_IMAGING | {"imaging"}
+ALLOWED = {
+    "config": set(),
+    "imageconvert": set(),
+    "recognition": set(),
+    "output": {"config"},
+    "imaging": BELOW_IMAGING,
+    "device": {"config"},
+    "forms": BELOW_PANELS,
+    "pdf": BELOW_PANELS | {"forms"},
+    "ocr": BELOW_PANELS | {"forms"},
+    "app": BELOW_PANELS | {"forms", "pdf", "ocr", "device"},
+}
+WITHOUT_WIDGETS = {"config", "imageconvert", "recognition", "output", "imaging", "device"}
+# Rooms with panels and logic: only panels may know panels.
+PANEL_ROOMS = {"pdf", "ocr", "device"}
+SEAMS = ("sane/sane.h", "libusb.h", "libusb-1.0/libusb.h", "tesseract/baseapi.h")
+ROOT_NAME, ROOT_PLACE = "/opt/zarn", "config/installroot.cpp"
+LONGEST_FILE = 600
+_INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.M)
+
+
+def widget_headers():
+    names = {os.path.basename(path) for path in glob.glob("/usr/include/*/qt5/QtWidgets/*")}
+    if "QWidget" not in names:
+        sys.exit("the headers of Qt Widgets were not found")
+    return names
+
+
+def sources(root):
+    for path in sorted(glob.glob(os.path.join(root, "**", "*"), recursive=True)):
+        if path.endswith((".cpp", ".h")):
+            with open(path, encoding="utf-8") as source:
+                yield os.path.relpath(path, root), source.read()
+
+
+def include_faults(name, room, include, rooms, widgets):
+    target = include.split("/")[0]
+    if target in rooms and "/" in include:
+        if target != room and target not in ALLOWED[room]:
+            yield f"{name}: {room} must not call {target} ({include})"
+        if room in PANEL_ROOMS and include.endswith("panel.h") and "panel" not in os.path.basename(name):
+            yield f"{name}: logic must not know a panel ({include})"
+    if room in WITHOUT_WIDGETS and (os.path.basename(include) in widgets or include.startswith("ui_")):
+        yield f"{name}: {room} has no widgets ({include})"
+
+
+def check(root):
+    widgets = widget_headers()
+    rooms = {entry for entry in os.listdir(root) if os.path.isdir(os.path.join(root, entry))}
+    faults = [f"{room}: a room that ALLOWED does not know" for room in sorted(rooms - set(ALLOWED))]
+    seams = {}
+    for name, text in sources(root):
+        room = name.split(os.sep)[0]
+        if room not in ALLOWED:
+            continue
+        for include in _INCLUDE.findall(text):
+            faults += include_faults(name, room, include, rooms, widgets)
+            if include in SEAMS:
+                seams.setdefault(include, []).append(name)
+        if ROOT_NAME in text and name != ROOT_PLACE:
+            faults.append(f"{name}: only {ROOT_PLACE} names the install root")
+        if "SPDX-License-Identifier: GPL-3.0-or-later" not in text[:200]:
+            faults.append(f"{name}: no licence line")
+        if text.count("\n") > LONGEST_FILE:
+            faults.append(f"{name}: {text.count(chr(10))} lines, more than {LONGEST_FILE}")
+    faults += [f"{include} is included in {len(names)} files: {', '.join(names)}"
+               for include, names in seams.items() if len(names) > 1]
+    return faults
+
+
+def main():
+    tree = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
+    faults = check(os.path.join(tree, "src"))
+    print("\n".join(faults) or "the rooms are in order")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
