@@ -54,7 +54,7 @@ QString keepLeftovers(const QDateTime& now)
         if (!QFile::rename(file, folder + QFileInfo(file).fileName()))
             qWarning().noquote() << "cannot move" << file << "to" << folder;
     }
-    return folder;
+    return QDir().rmdir(folder) ? QString() : folder; // only an empty one goes
 }
 
 int removeLeftovers()

@@ -17,58 +17,21 @@ QString below(const char* name)
 
 } // namespace
 
-QString mainSettings()
-{
-    return below("QWD200.conf");
-}
-QString pathSettings()
-{
-    return below("QWD200_path.conf");
-}
-QString templateFolder()
-{
-    return below("scanModeFile/");
-}
-QString tempFolder()
-{
-    return below("tempfiles/");
-}
-QString keptFolder()
-{
-    return below("tempfiles/kept/");
-}
-QString tempTextFolder()
-{
-    return below("tempTxtFiles/");
-}
-QString pagePrefix()
-{
-    return below("tempfiles/zarnqwd200");
-}
-QString stateFile()
-{
-    return below("StateInfo");
-}
-QString translation()
-{
-    return below("qt_zh_CN.qm");
-}
-QString pdfReader()
-{
-    return below("pdfReader");
-}
-QString manual()
-{
-    return below("help_qwd200.pdf");
-}
-QString scratchText()
-{
-    return below("test.txt");
-}
-QString logoImage()
-{
-    return below("zarn.png");
-}
+// clang-format off
+QString mainSettings() { return below("QWD200.conf"); }
+QString pathSettings() { return below("QWD200_path.conf"); }
+QString templateFolder() { return below("scanModeFile/"); }
+QString tempFolder() { return below("tempfiles/"); }
+QString keptFolder() { return below("tempfiles/kept/"); }
+QString tempTextFolder() { return below("tempTxtFiles/"); }
+QString pagePrefix() { return below("tempfiles/zarnqwd200"); }
+QString stateFile() { return below("StateInfo"); }
+QString translation() { return below("qt_zh_CN.qm"); }
+QString pdfReader() { return below("pdfReader"); }
+QString manual() { return below("help_qwd200.pdf"); }
+QString scratchText() { return below("test.txt"); }
+QString logoImage() { return below("zarn.png"); }
+// clang-format on
 
 bool ensureFolders()
 {

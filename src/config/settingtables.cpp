@@ -65,7 +65,7 @@ Settings topLevel()
         text(keys::scanDescirbe, description),        comboIndex(keys::FileModel, 4),
         text(keys::fileDescirbe, description),
     };
-    add(all, withoutFactoryEntry({text(keys::paraTemplete, QString())}));
+    add(all, withoutFactoryEntry({comboIndex(keys::paraTemplete, 0)}));
     return all;
 }
 
