@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "imageconvert/picture.h"
+
 #include <opencv2/core.hpp>
 
 namespace imageconvert {
@@ -14,10 +16,12 @@ struct BlankParams
 struct BlankResult
 {
     bool blank = false;
-    double percent = 0; // ink in the densest window after dust, holes, rim and show-through are taken out
+    double percent = 0; // ink in the first window that has enough, or in the densest one that was looked at
 };
 
-// `grey`: copy of about 75 dpi.
-BlankResult detectBlank(const cv::Mat& grey, double dpi, const BlankParams& params);
+// Dense windows are found on the small copy and judged in full resolution, darkest first. Taken out before:
+// rim and punch holes; lone marks with little ink (dust, hairs); weak marks with soft edges (show-through).
+// Paper colour and shading do not count, since darkness is measured against the paper around.
+BlankResult detectBlank(const cv::Mat& pixels, const Reduced& reduced, const BlankParams& params);
 
 } // namespace imageconvert

@@ -157,7 +157,7 @@ bool ImageConvertFunction::AutoDeleteBlankPage(MagickWand* wand, int darkness, d
 {
     bool blank = false;
     d->edit(wand, "AutoDeleteBlankPage", [&](Picture& p) {
-        blank = detectBlank(p.reduced().grey, p.reduced().dpi, {darkness, percent}).blank;
+        blank = detectBlank(p.untoned(), p.reduced(), {darkness, percent}).blank;
     });
     return blank;
 }
