@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -85,6 +86,14 @@ bool isReadableFile(const QString& path)
     return info.isFile() && info.isReadable();
 }
 
+// The former template is removed before the new one is copied: not when the copy is bound to fail.
+bool hasRoom(const QString& folder)
+{
+    const QStorageInfo disk(folder);
+    const qint64 needed = QFileInfo(paths::mainSettings()).size() + QFileInfo(paths::pathSettings()).size();
+    return !disk.isValid() || disk.bytesAvailable() < 0 || disk.bytesAvailable() > needed + 16 * 1024;
+}
+
 } // namespace
 
 bool isSafeTemplateName(const QString& name)
@@ -124,6 +133,10 @@ bool storeTemplate(const QString& name)
     }
     if (!QDir().mkpath(paths::templateFolder())) {
         qWarning().noquote() << "cannot make the folder" << paths::templateFolder();
+        return false;
+    }
+    if (!hasRoom(paths::templateFolder())) {
+        qWarning().noquote() << "cannot make a template: the disk of" << paths::templateFolder() << "is full";
         return false;
     }
     bool good = removeFile(mainFile(name));

@@ -21,7 +21,8 @@ QStringList templateNames();
 // Whether both files of the template exist.
 bool templateComplete(const QString& name);
 
-// Makes the template's files copies of the live files. Nothing is touched when a live file is missing.
+// Makes the template's files copies of the live files. Nothing is touched when a live file is
+// missing or the disk is full.
 bool storeTemplate(const QString& name);
 
 // Replaces the live files by the template's. Where a file of the template is missing the live file is gone

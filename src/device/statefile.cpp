@@ -14,7 +14,8 @@ bool write(int code)
     const QString path = paths::stateFile();
     QSaveFile file(path);
     const QByteArray line = QByteArray::number(code).rightJustified(4, '0') + '\n';
-    if (file.open(QIODevice::WriteOnly) && file.write(line) == line.size() && file.commit())
+    // flush(): commit() alone does not notice a full disk
+    if (file.open(QIODevice::WriteOnly) && file.write(line) == line.size() && file.flush() && file.commit())
         return true;
     qWarning().noquote() << "cannot write the state file" << path << file.errorString();
     return false;

@@ -43,7 +43,8 @@ QString userStamp(const NamingRules& rules, const QDateTime& now)
         fields.last() += QLatin1String(time.hour() < 12 ? "AM" : "PM");
     static const QString separators[] = {QString(), QStringLiteral("-"), QStringLiteral(".")};
     // the millisecond is joined by "-" whatever the separator
-    return fields.join(separators[qBound(0, rules.separator, 2)]) + QLatin1Char('-') + QString::number(time.msec());
+    return fields.join(separators[qBound(0, rules.separator, 2)]) + QLatin1Char('-') +
+           QString::number(time.msec());
 }
 
 // The counter as it stands, or padded with zeros when it is a number.
