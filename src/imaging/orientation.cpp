@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStringList>
 #include <algorithm>
 #include <opencv2/imgcodecs.hpp>
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kConfidenceAbove = 74;
 constexpr int kMinIdeographs = 3;
+constexpr int kMinLetters = 8; // different ones
 
 bool isIdeograph(QChar c)
 {
@@ -22,15 +24,22 @@ bool isIdeograph(QChar c)
 }
 
 // Specks and rings are read as "。" or "o" with confidence whichever way up they lie, and many digits look
-// alike upside down: only ideographs prove that text was read.
+// alike upside down: only ideographs, or Latin words with many different letters, prove that text was read.
 bool provesText(const QString& text)
 {
     int ideographs = 0, rings = 0;
+    QSet<QChar> letters;
     for (const QString& word : text.split(QRegularExpression(QStringLiteral("\\s")))) {
-        rings += word.count(QStringLiteral("。")) + word.count(QLatin1Char('o'));
-        ideographs += static_cast<int>(std::count_if(word.begin(), word.end(), isIdeograph));
+        for (const QChar c : word) {
+            if (c == QChar(0x3002) || c == QLatin1Char('o')) // "。"
+                ++rings;
+            else if (isIdeograph(c))
+                ++ideographs;
+            else if (c.unicode() < 128 && c.isLetter())
+                letters.insert(c);
+        }
     }
-    return ideographs >= kMinIdeographs && ideographs > rings;
+    return (ideographs >= kMinIdeographs && ideographs > rings) || letters.size() >= kMinLetters;
 }
 
 // True when every sample reads as text with confidence.

@@ -17,14 +17,14 @@ constexpr int kPortraitWidth = 800, kLandscapeWidth = 1000;
 constexpr double kPortraitScale = 3.1, kLandscapeScale = 3.51; // reduced page to A4 at 300 dpi
 constexpr int kThresholdBlock = 25, kThresholdOffset = 15;
 
-constexpr int kRulerLength = 45;                          // straight strokes as long as this are rulings
+constexpr int kRulingLength = 45;                         // straight strokes as long as this are rulings
 constexpr int kMinLine = 9, kMaxLine = 70;                // height of a text line
 constexpr double kMinCharacters = 4, kMaxCharacters = 24; // width of a sample in line heights
 constexpr double kMinFill = 0.10, kMaxFill = 0.60; // share of ink; less is dots and rules, more is picture
 constexpr double kMiddleFrom = 0.12, kMiddleTo = 0.88; // the middle of the page, as shares of its height
 constexpr int kMaxCutDepth = 3;
 // Height of a sample's line in its own pixels: larger characters are read slower and no better.
-constexpr double kSampleLine = 30;
+constexpr int kSampleLine = 30;
 
 struct Reduced
 {
@@ -59,19 +59,15 @@ Reduced reduce(const cv::Mat& page)
     return reduced;
 }
 
-// Table rulings and paper edges tie text lines together: they go before the search.
-cv::Mat withoutRulings(const cv::Mat& ink)
+// Where straight strokes at least `across` long lie, or `down` long from top to bottom (pixels).
+cv::Mat findRulings(const cv::Mat& ink, int across, int down)
 {
-    cv::Mat rulings, vertical;
-    cv::morphologyEx(ink, rulings, cv::MORPH_OPEN,
-                     cv::getStructuringElement(cv::MORPH_RECT, cv::Size(kRulerLength, 1)));
-    cv::morphologyEx(ink, vertical, cv::MORPH_OPEN,
-                     cv::getStructuringElement(cv::MORPH_RECT, cv::Size(1, kRulerLength)));
-    rulings |= vertical;
+    cv::Mat rulings, upright;
+    cv::morphologyEx(ink, rulings, cv::MORPH_OPEN, cv::Mat::ones(1, across, CV_8U));
+    cv::morphologyEx(ink, upright, cv::MORPH_OPEN, cv::Mat::ones(down, 1, CV_8U));
+    rulings |= upright;
     cv::dilate(rulings, rulings, cv::Mat());
-    cv::Mat text = ink.clone();
-    text.setTo(0, rulings);
-    return text;
+    return rulings;
 }
 
 bool isTextLine(const cv::Mat& ink, const cv::Rect& rect)
@@ -153,16 +149,31 @@ std::vector<cv::Rect> chooseTwo(std::vector<Line> lines, int pageHeight)
     return chosen;
 }
 
-// A sample with a rim of its paper's brightness: characters cut at the sides are misread and spoil the
-// confidence.
-cv::Mat framed(const cv::Mat& grey)
+// The brightness of the paper: of more than half of a sample's pixels.
+int paperLevel(const cv::Mat& grey)
 {
     std::vector<uchar> levels(grey.begin<uchar>(), grey.end<uchar>());
     const auto median = levels.begin() + levels.size() / 2;
     std::nth_element(levels.begin(), median, levels.end());
+    return *median;
+}
+
+// A sample dark on bright, without rulings and with a rim of bare paper: rulings, and characters cut at the
+// sides, are misread and spoil the confidence.
+cv::Mat cleaned(const cv::Mat& grey)
+{
+    cv::Mat ink, sample;
+    const double threshold = cv::threshold(grey, ink, 0, 255, cv::THRESH_BINARY_INV | cv::THRESH_OTSU);
+    if (paperLevel(grey) > threshold) {
+        sample = grey.clone();
+    } else {
+        cv::bitwise_not(grey, sample);
+        cv::bitwise_not(ink, ink);
+    }
+    const int paper = paperLevel(sample);
+    sample.setTo(paper, findRulings(ink, 2 * kSampleLine, grey.rows * 9 / 10));
     const int side = grey.rows / 3, above = grey.rows / 6;
-    cv::Mat sample;
-    cv::copyMakeBorder(grey, sample, above, above, side, side, cv::BORDER_CONSTANT, cv::Scalar(*median));
+    cv::copyMakeBorder(sample, sample, above, above, side, side, cv::BORDER_CONSTANT, cv::Scalar(paper));
     return sample;
 }
 
@@ -189,7 +200,7 @@ cv::Mat cutSample(const cv::Mat& page, const Reduced& reduced, const cv::Mat& st
     const double shrink = kSampleLine / (scale * rect.height);
     if (shrink < 1)
         cv::resize(grey, grey, cv::Size(), shrink, shrink, cv::INTER_AREA);
-    return framed(grey);
+    return cleaned(grey);
 }
 
 } // namespace
@@ -199,7 +210,8 @@ std::vector<cv::Mat> findTextSamples(const cv::Mat& page)
     std::vector<cv::Mat> samples;
     const Reduced reduced = reduce(page);
     qDebug("find sample rect");
-    const cv::Mat text = withoutRulings(reduced.ink);
+    cv::Mat text = reduced.ink;
+    text.setTo(0, findRulings(text, kRulingLength, kRulingLength)); // they tie lines of text together
     const std::optional<double> skew = textSkew(text);
     if (!skew)
         return samples;
