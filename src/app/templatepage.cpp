@@ -7,7 +7,7 @@
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "forms/controloptions.h"
-#include "forms/functionpanel.h"
+#include "forms/panels.h"
 #include "forms/scanpagelogic.h"
 #include "forms/scanpagesettings.h"
 #include "imaging/pageoptions.h"
@@ -25,7 +25,7 @@
 
 TemplatePage::TemplatePage(const QString& prefix, const ScanPageControls& pageControls,
                            ScanPageLogic* pageLogic)
-    : controls(pageControls), logic(pageLogic), settings(std::make_unique<ScanPageSettings>(pageControls)),
+    : controls(pageControls), logic(pageLogic), settings(std::make_unique<ScanPageSettings>(*pageLogic)),
       scanGroup(prefix + QStringLiteral("_Scan")), pathGroup(prefix + QStringLiteral("_Scan_FilePath")),
       applicationGroup(prefix + QStringLiteral("_app")), deNoiseGroup(prefix + QStringLiteral("_DeNoise")),
       paperSizeGroup(prefix + QStringLiteral("_Scan_PaperSize")), isScanPage(prefix == QLatin1String("Scan"))
@@ -85,6 +85,7 @@ void TemplatePage::readIni()
     GroupScope scope(*file, scanGroup);
     showApplications(readInt(*file, keys::App));
     settings->read(*file);
+    showSaveFolder();
 }
 
 bool TemplatePage::writeIni()
@@ -101,6 +102,14 @@ bool TemplatePage::writeIni()
 QString TemplatePage::saveFolder() const
 {
     return storedSaveFolder(pathGroup);
+}
+
+void TemplatePage::showSaveFolder()
+{
+    for (FolderPanel* panel : {copy, email, file, ftp}) {
+        if (panel)
+            panel->setFolder(saveFolder());
+    }
 }
 
 PageOptions TemplatePage::pageOptions(bool preview) const

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-class FunctionPanel;
+class FolderPanel;
 class QComboBox;
 class QLabel;
 class QSettings;
@@ -46,10 +46,10 @@ public:
     QWidget* body = nullptr; // the page's own controls in the stack
     pdfpanel* pdf = nullptr;
     ocrpanel* ocr = nullptr;
-    FunctionPanel* copy = nullptr;
-    FunctionPanel* email = nullptr;
-    FunctionPanel* file = nullptr;
-    FunctionPanel* ftp = nullptr;
+    FolderPanel* copy = nullptr;
+    FolderPanel* email = nullptr;
+    FolderPanel* file = nullptr;
+    FolderPanel* ftp = nullptr;
 
     Function function() const;
     // The widget that the stack shows for a function.
@@ -68,5 +68,7 @@ public:
     // go to the temporary folder.
     PageOptions pageOptions(bool preview) const;
 
+    // The panels that list the saved files follow the save folder.
+    void showSaveFolder();
     QString saveFolder() const; // as stored, without a trailing "/"
 };

@@ -96,8 +96,9 @@ void Widget::createFunctionPanels(TemplatePage& page)
     page.ocr = new ocrpanel(this);
     page.pdf = new pdfpanel(this);
     page.ftp = new ftppanel(this);
-    for (FunctionPanel* panel : std::initializer_list<FunctionPanel*>{page.copy, page.email, page.file,
-                                                                      page.ocr, page.pdf, page.ftp}) {
+    const std::initializer_list<QWidget*> panels{page.copy, page.email, page.file,
+                                                 page.ocr,  page.pdf,   page.ftp};
+    for (QWidget* panel : panels) {
         panel->hide();
         ui->functionStack->addWidget(panel);
     }

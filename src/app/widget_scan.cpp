@@ -22,6 +22,7 @@
 #include "pdf/pdfpanel.h"
 #include "ui_widget.h"
 
+#include <QAction>
 #include <QDebug>
 #include <QDir>
 #include <QFile>

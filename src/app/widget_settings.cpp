@@ -2,6 +2,7 @@
 // Settings, templates and the dialogs that edit them.
 #include "app/widget.h"
 
+#include "app/globals.h"
 #include "config/applicationlist.h"
 #include "config/factory.h"
 #include "config/installroot.h"
@@ -219,7 +220,8 @@ void Widget::editRotation(TemplatePage& page)
 void Widget::editSaveRules(TemplatePage& page)
 {
     saveSet dialog(page.scanGroup, page.pathGroup, this);
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted)
+        page.showSaveFolder();
 }
 
 void Widget::addApplication(TemplatePage& page, const QString& text, const QString& command)

@@ -4,6 +4,7 @@
 #include "config/paths.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QSaveFile>
 #include <opencv2/imgcodecs.hpp>
 #include <vector>

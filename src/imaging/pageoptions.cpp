@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/pageoptions.h"
 
+#include "config/keys.h"
 #include "output/extracopy.h"
 
 #include <QSettings>
@@ -37,45 +38,48 @@ int noiseSizeFor(int mode, int level)
 
 void readWholeGroup(PageOptions& options, QSettings& settings)
 {
-    settings.beginGroup(QStringLiteral("wholeSet"));
-    options.blankLevel = settings.value(QStringLiteral("delBlank")).toInt();
-    options.backgroundStrength = settings.value(QStringLiteral("delValue")).toInt();
-    options.enhanceStrength = settings.value(QStringLiteral("enhanceValue")).toInt();
-    options.splitCount = settings.value(QStringLiteral("splitCount")).toInt();
-    options.greyCopyDpi = extraCopyDpi(settings.value(QStringLiteral("fGrayDpi")).toInt());
-    options.blackWhiteCopyDpi = extraCopyDpi(settings.value(QStringLiteral("fWBDpi")).toInt());
-    options.border.inside = isTrue(settings, "imgMendIn");
-    options.border.color = QColor(qBound(0, settings.value(QStringLiteral("imgMendcolorRed")).toInt(), 255),
-                                  qBound(0, settings.value(QStringLiteral("imgMendcolorGreen")).toInt(), 255),
-                                  qBound(0, settings.value(QStringLiteral("imgMendcolorBlue")).toInt(), 255));
-    options.border.topMm = settings.value(QStringLiteral("imgMendUp")).toDouble();
+    settings.beginGroup(QLatin1String(groups::wholeSet));
+    options.blankLevel = settings.value(QLatin1String(keys::delBlank)).toInt();
+    options.backgroundStrength = settings.value(QLatin1String(keys::delValue)).toInt();
+    options.enhanceStrength = settings.value(QLatin1String(keys::enhanceValue)).toInt();
+    options.splitCount = settings.value(QLatin1String(keys::splitCount)).toInt();
+    options.greyCopyDpi = extraCopyDpi(settings.value(QLatin1String(keys::fGrayDpi)).toInt());
+    options.blackWhiteCopyDpi = extraCopyDpi(settings.value(QLatin1String(keys::fWBDpi)).toInt());
+    options.border.inside = isTrue(settings, keys::imgMendIn);
+    const auto level = [&settings](const char* key) {
+        return qBound(0, settings.value(QLatin1String(key)).toInt(), 255);
+    };
+    options.border.red = level(keys::imgMendcolorRed);
+    options.border.green = level(keys::imgMendcolorGreen);
+    options.border.blue = level(keys::imgMendcolorBlue);
+    options.border.topMm = settings.value(QLatin1String(keys::imgMendUp)).toDouble();
     // "false" is the linked state: one width for all four sides.
     const bool linked =
-        settings.value(QStringLiteral("imgMendLeftState")).toString() == QLatin1String("false");
+        settings.value(QLatin1String(keys::imgMendLeftState)).toString() == QLatin1String("false");
     options.border.leftMm =
-        linked ? options.border.topMm : settings.value(QStringLiteral("imgMendLeft")).toDouble();
+        linked ? options.border.topMm : settings.value(QLatin1String(keys::imgMendLeft)).toDouble();
     settings.endGroup();
 }
 
 } // namespace
 
-void readPipelineSettings(PageOptions& options, QSettings& settings, const PageSettingsGroups& groups,
+void readPipelineSettings(PageOptions& options, QSettings& settings, const PageSettingsGroups& names,
                           bool customThreshold)
 {
     readWholeGroup(options, settings);
 
-    settings.beginGroup(groups.paperSize);
-    options.paper.widthCm = settings.value(QStringLiteral("width")).toInt() / 100.0;
-    options.paper.heightCm = settings.value(QStringLiteral("height")).toInt() / 100.0;
-    options.paper.leftUp = isTrue(settings, "leftUp");
+    settings.beginGroup(names.paperSize);
+    options.paper.widthCm = settings.value(QLatin1String(keys::width)).toInt() / 100.0;
+    options.paper.heightCm = settings.value(QLatin1String(keys::height)).toInt() / 100.0;
+    options.paper.leftUp = isTrue(settings, keys::leftUp);
     settings.endGroup();
 
-    settings.beginGroup(groups.deNoise);
+    settings.beginGroup(names.deNoise);
     constexpr int kNeutralThreshold = 130;
     options.blackWhiteThreshold =
-        customThreshold ? settings.value(QStringLiteral("WBThreshold")).toInt() : kNeutralThreshold;
-    options.noiseSize = noiseSizeFor(settings.value(QStringLiteral("noiseMode")).toInt(),
-                                     settings.value(QStringLiteral("noiseThreshold")).toInt());
+        customThreshold ? settings.value(QLatin1String(keys::WBThreshold)).toInt() : kNeutralThreshold;
+    options.noiseSize = noiseSizeFor(settings.value(QLatin1String(keys::noiseMode)).toInt(),
+                                     settings.value(QLatin1String(keys::noiseThreshold)).toInt());
     settings.endGroup();
 }
 

@@ -3,7 +3,6 @@
 
 #include "output/savetype.h"
 
-#include <QColor>
 #include <QString>
 #include <optional>
 
@@ -31,7 +30,9 @@ struct PageOptions
     {
         bool on = false;
         bool inside = false; // else around the frame
-        QColor color = Qt::white;
+        int red = 255;       // 0 to 255
+        int green = 255;
+        int blue = 255;
         double topMm = 0;
         double leftMm = 0;
     };
@@ -59,8 +60,8 @@ struct PageOptions
     bool characterEnhance = false;
     int enhanceStrength = 0;
     bool redFile = false;
-    int dpi = 300;     // the resolution field: what the finished page has
-    int scanDpi = 300; // what the page file has
+    int dpi = 300;                    // the resolution field: what the finished page has
+    int scanDpi = 300;                // what the page file has
     bool customResolution = false;    // the page is resampled to `dpi`
     bool scannedFinerThan400 = false; // 400 was chosen: the device delivers 600
     CustomPaper paper;
@@ -96,7 +97,7 @@ struct PageSettingsGroups
 // Adds what stands in the settings file: strengths, blank level, split count, border, custom paper, noise,
 // resolutions of the extra copies. `customThreshold`: the threshold control is on "custom".
 // The switches of `options` are left alone.
-void readPipelineSettings(PageOptions& options, QSettings& settings, const PageSettingsGroups& groups,
+void readPipelineSettings(PageOptions& options, QSettings& settings, const PageSettingsGroups& names,
                           bool customThreshold);
 
 // The pair (darkness, percent) of a blank-page level 1 to 15; nothing for any other level.

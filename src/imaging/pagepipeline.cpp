@@ -112,8 +112,8 @@ void PagePipeline::turnUpright(ImageHandle& image, const PageOptions& options)
     const QByteArray path = QFile::encodeName(probe);
     const double degrees = rotationAngle(getRealRotation(path.toStdString()));
     qDebug().noquote() << "rotate: " << degrees;
-    if (MagickWand* reloaded = m_library.getImage(path.constData())) {
-        image.reset(reloaded);
+    if (ImageHandle reloaded = load(probe, options)) {
+        image.reset(reloaded.release());
         image.reset(m_library.imageRotate(image.get(), degrees));
     } else {
         qWarning().noquote() << "orientation: probe file not readable, page left as it is:"
@@ -153,20 +153,19 @@ void PagePipeline::fillBorder(ImageHandle& image, const PageOptions& options)
     const PageOptions::Border& border = options.border;
     if (!border.on)
         return;
-    const int red = border.color.red();
-    const int green = border.color.green();
-    const int blue = border.color.blue();
-    image.reset(border.inside ? m_library.imageInBorder(image.get(), red, green, blue, border.topMm,
-                                                        border.leftMm, options.dpi)
-                              : m_library.imageOutBorder(image.get(), red, green, blue, border.topMm,
-                                                         border.leftMm, options.dpi));
+    image.reset(border.inside ? m_library.imageInBorder(image.get(), border.red, border.green, border.blue,
+                                                        border.topMm, border.leftMm, options.dpi)
+                              : m_library.imageOutBorder(image.get(), border.red, border.green, border.blue,
+                                                         border.topMm, border.leftMm, options.dpi));
 }
 
 MagickWand* PagePipeline::convertColorMode(MagickWand* image, const PageOptions& options)
 {
     switch (options.colorMode) {
-    case ColorMode::Color: return image;
-    case ColorMode::Grey: return m_library.imageRGBtoGray(image);
+    case ColorMode::Color:
+        return image;
+    case ColorMode::Grey:
+        return m_library.imageRGBtoGray(image);
     case ColorMode::BlackAndWhite:
         return removeNoise(m_library.imageRGBtoWB(image, options.blackWhiteThreshold), options);
     }
@@ -215,6 +214,15 @@ bool PagePipeline::saveAs(ImageHandle& image, const PageOptions& options, double
     return true;
 }
 
+// The page files do not carry their resolution.
+ImageHandle PagePipeline::load(const QString& file, const PageOptions& options)
+{
+    ImageHandle image(m_library, m_library.getImage(QFile::encodeName(file).constData()));
+    if (image)
+        m_library.setSourceDpi(image.get(), options.scanDpi);
+    return image;
+}
+
 PageResult PagePipeline::processPage(const QString& pageFile, const PageOptions& options)
 {
     PageResult result;
@@ -229,7 +237,7 @@ PageResult PagePipeline::processPage(const QString& pageFile, const PageOptions&
 
 void PagePipeline::processWhole(const QString& pageFile, const PageOptions& options, PageResult& result)
 {
-    ImageHandle image(m_library, m_library.getImage(QFile::encodeName(pageFile).constData()));
+    ImageHandle image = load(pageFile, options);
     if (!image) {
         result.problems << unreadable(pageFile);
         return;
@@ -256,7 +264,7 @@ void PagePipeline::processPieces(const QString& pageFile, const PageOptions& opt
     }
     int blanks = 0;
     for (const QString& piece : pieces) {
-        ImageHandle image(m_library, m_library.getImage(QFile::encodeName(folder + piece).constData()));
+        ImageHandle image = load(folder + piece, options);
         if (!image) {
             result.problems << unreadable(folder + piece);
             continue;
@@ -291,6 +299,7 @@ PageResult PagePipeline::processSheet(const QString& frontFile, const QString& b
                                .arg(QFileInfo(frontFile).fileName(), QFileInfo(backFile).fileName());
         return result;
     }
+    m_library.setSourceDpi(image.get(), options.scanDpi);
     image.reset(basicProcess(image.release(), options, pageNumber(frontFile) % 2 == 1));
     finishAndSave(image, options, result);
     result.sourceDone = !result.files.isEmpty();
@@ -300,7 +309,7 @@ PageResult PagePipeline::processSheet(const QString& frontFile, const QString& b
 bool PagePipeline::sheetIsBlank(const QString& frontFile, const QString& backFile, const PageOptions& options)
 {
     for (const QString& file : {frontFile, backFile}) {
-        ImageHandle image(m_library, m_library.getImage(QFile::encodeName(file).constData()));
+        ImageHandle image = load(file, options);
         if (!image)
             return false; // the join will report it
         image.reset(m_library.imageGamma(image.get(), options.gamma));
@@ -325,7 +334,7 @@ void PagePipeline::saveExtraCopy(const QString& pageFile, const PageOptions& opt
                                  PageResult& result)
 {
     constexpr int kThreshold = 130;
-    ImageHandle image(m_library, m_library.getImage(QFile::encodeName(pageFile).constData()));
+    ImageHandle image = load(pageFile, options);
     if (!image) {
         result.problems << unreadable(pageFile);
         return;

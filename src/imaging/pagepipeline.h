@@ -47,6 +47,7 @@ public:
     MagickWand* removeNoise(MagickWand* image, const PageOptions& options);
 
 private:
+    ImageHandle load(const QString& file, const PageOptions& options);
     bool sheetIsBlank(const QString& frontFile, const QString& backFile, const PageOptions& options);
     void turn(ImageHandle& image, const PageOptions& options, bool oddPage);
     void turnUpright(ImageHandle& image, const PageOptions& options);
