@@ -417,16 +417,6 @@ QString ScanPageLogic::resolutionStoredText() const
     return isCustomSelected() ? storedCustom() : QString::number(m_c.resolution->currentData().toInt());
 }
 
-bool ScanPageLogic::selectStoredResolution(const QString& text)
-{
-    const int item =
-        text == storedCustom() ? m_c.resolution->count() - 1 : m_c.resolution->findData(text.toInt());
-    if (item < 0 || (text != storedCustom() && text.toInt() == 0))
-        return false;
-    m_c.resolution->setCurrentIndex(item);
-    return true;
-}
-
 QString ScanPageLogic::rotationText(Side side, int code)
 {
     const bool front = side == Side::Front;

@@ -98,8 +98,6 @@ public:
     QString customResolutionText() const { return m_customText; }
     void setCustomResolutionText(const QString& text); // an unusable text becomes "300"
     QString resolutionStoredText() const;              // "100" to "600" or "自定义", in every language
-    // Selects the item that resolutionStoredText() gives for it; false when there is none.
-    bool selectStoredResolution(const QString& text);
 
     // The text of a rotation label, for example "正面左转90°".
     static QString rotationText(Side side, int code);

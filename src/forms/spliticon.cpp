@@ -20,14 +20,14 @@ public:
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.center().x() + 0.5, rect.center().y() + 0.5);
         painter->scale(unit, unit);
-        painter->setPen(QPen(ink, 1.4));
-        painter->drawRect(QRectF(-8, -7, 6, 14));
-        painter->drawRect(QRectF(2, -7, 6, 14));
+        painter->setPen(QPen(ink, 1.2));
+        painter->drawRect(QRectF(-9, -7, 6, 14));
+        painter->drawRect(QRectF(3, -7, 6, 14));
         for (double y = -4; y <= 1; y += 2.5) {
-            painter->drawLine(QPointF(-6.5, y), QPointF(-3.5, y));
-            painter->drawLine(QPointF(3.5, y), QPointF(6.5, y));
+            painter->drawLine(QPointF(-7.5, y), QPointF(-4.5, y));
+            painter->drawLine(QPointF(4.5, y), QPointF(7.5, y));
         }
-        painter->setPen(QPen(ink, 1.4, Qt::DashLine));
+        painter->setPen(QPen(ink, 1.4, Qt::DotLine));
         painter->drawLine(QPointF(0, -9), QPointF(0, 9));
         painter->restore();
     }
