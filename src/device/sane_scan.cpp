@@ -327,6 +327,8 @@ SaneStatus sane_scan::cancelled()
 
 void sane_scan::noteFault(SaneStatus status)
 {
+    if (status == SaneStatus::Cancelled) // at the device: whoever takes the pages has to know it, too
+        cancelflag::set();
     if (m_report.firstFault != SaneStatus::Good)
         return;
     m_report.firstFault = status;

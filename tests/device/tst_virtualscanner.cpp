@@ -301,13 +301,14 @@ void TestVirtualScanner::clearKeyInsideAPage()
     duringPage(2, [this] { vscan({"press", "3"}); });
     QVERIFY(run(4));
     QCOMPARE(m_thread->outcome(), Outcome::Cancelled);
+    QVERIFY(cancelflag::isSet());
     QCOMPARE(state::read(), int(state::Cancelled));
     QCOMPARE(pageNames(), QStringList({"zarnqwd200-0001.pnm", "zarnqwd200-0002.pnm.part"}));
 }
 
 void TestVirtualScanner::unplugInsideAPage()
 {
-    vscan({"pace", "2000"}); // ms per MiB: the page takes seconds
+    vscan({"pace", "1000"}); // ms per MiB: the page takes more than a second
     duringPage(2, [this] { vscan({"unplug"}); });
     QVERIFY(run(4));
     QCOMPARE(m_thread->outcome(), Outcome::IoError);
