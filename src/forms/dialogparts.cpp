@@ -67,7 +67,8 @@ void styleHelp(QLabel* label)
     QPalette palette = label->palette();
     QColor color = palette.color(QPalette::WindowText);
     color.setAlphaF(0.72);
-    palette.setColor(QPalette::WindowText, color);
+    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::WindowText, color);
     label->setPalette(palette);
 }
 

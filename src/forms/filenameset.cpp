@@ -60,14 +60,8 @@ fileNameSet::fileNameSet(const QString& group, QWidget* parent)
     for (const auto& [control, key] : accessKeys)
         dialogparts::addAccessKey(control, Qt::ALT | key);
 
-    const auto settings = openMainSettings();
-    m_apps = readApplications(*settings, m_appGroup);
-    NamingRules stored;
-    {
-        const GroupScope scope(*settings, m_group);
-        stored = readNamingRules(*settings);
-    }
-    setRules(stored);
+    m_apps = readApplications(*openMainSettings(), m_appGroup);
+    setRules(offeredNamingRules(m_group));
     connectControls();
 
     auto* clock = new QTimer(this); // a stamp in the name moves on

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/namingfields.h"
 
-#include "config/keys.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
 #include "forms/dialogparts.h"
 
 #include <QCheckBox>
@@ -9,6 +10,28 @@
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 #include <QSpinBox>
+#include <type_traits>
+
+NamingRules offeredNamingRules(const QString& group)
+{
+    const auto settings = openMainSettings();
+    const GroupScope scope(*settings, group);
+    NamingRules rules = readNamingRules(*settings);
+    const SettingTable& known = table(group);
+    const auto fill = [&](auto& value, const char* key) {
+        const Setting* setting = known.find(key);
+        if (setting && !settings->contains(QLatin1String(key)))
+            value = setting->factory.value<std::decay_t<decltype(value)>>();
+    };
+    fill(rules.systemStamp, keys::system);
+    fill(rules.order[0], keys::year);
+    fill(rules.order[1], keys::month);
+    fill(rules.order[2], keys::date);
+    fill(rules.prefix, keys::name);
+    fill(rules.start, keys::start);
+    fill(rules.digits, keys::length);
+    return rules;
+}
 
 void storeNamingRules(QSettings& group, const NamingRules& rules)
 {

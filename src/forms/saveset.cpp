@@ -42,11 +42,7 @@ saveSet::saveSet(const QString& group, const QString& pathGroup, QWidget* parent
     if (stored.trimmed().isEmpty())
         stored = defaultSaveFolder();
     m_ui->folderEdit->setText(QDir::toNativeSeparators(stored));
-    {
-        const auto settings = openMainSettings();
-        const GroupScope scope(*settings, m_group);
-        setRules(readNamingRules(*settings));
-    }
+    setRules(offeredNamingRules(m_group));
     connectControls();
     showFolderState();
 

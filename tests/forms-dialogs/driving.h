@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QTimer>
+#include <QtTest>
+#include <functional>
+
+// Working on a dialog as a user does: by keys and clicks on the controls that can be reached.
+
+template <typename T>
+T* control(const QWidget& dialog, const char* name)
+{
+    T* found = dialog.findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no control %s", name);
+    return found;
+}
+
+inline void click(QWidget& dialog, const char* name)
+{
+    auto* button = control<QAbstractButton>(dialog, name);
+    if (!button->isEnabled())
+        qFatal("%s is disabled", name);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+}
+
+inline void type(QWidget& dialog, const char* name, const QString& text)
+{
+    auto* edit = control<QLineEdit>(dialog, name);
+    edit->setFocus();
+    edit->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(edit, Qt::Key_Delete);
+    else if (text.toLatin1() == text.toUtf8())
+        QTest::keyClicks(edit, text);
+    else
+        edit->insert(text); // what an input method does
+}
+
+inline void pick(QWidget& dialog, const char* name, const QString& item)
+{
+    auto* combo = control<QComboBox>(dialog, name);
+    for (int tries = combo->count(); tries > 0 && combo->currentIndex() > 0; --tries)
+        QTest::keyClick(combo, Qt::Key_Up);
+    for (int tries = combo->count(); tries > 0 && combo->currentText() != item; --tries)
+        QTest::keyClick(combo, Qt::Key_Down);
+    QCOMPARE(combo->currentText(), item);
+}
+
+inline void press(QDialog& dialog, QDialogButtonBox::StandardButton which)
+{
+    QTest::mouseClick(control<QDialogButtonBox>(dialog, "buttonBox")->button(which), Qt::LeftButton);
+}
+
+inline QString message(const QDialog& dialog)
+{
+    const auto* label = control<QLabel>(dialog, "messageLabel");
+    return label->isVisibleTo(&dialog) ? label->text() : QString();
+}
+
+inline void open(QWidget& window)
+{
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+}
+
+// Works on the modal dialog of type D that the next call opens.
+template <typename D>
+void inModal(const std::function<void(D&)>& work)
+{
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, work, tries = 0]() mutable {
+        auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget());
+        if (!dialog && ++tries < 40)
+            return;
+        timer->deleteLater();
+        timer->stop();
+        if (!dialog)
+            qFatal("no dialog opened");
+        work(*dialog);
+    });
+    timer->start(50);
+}
+
+// Goes once round with the Tab key and checks that every control that takes input was reached and has a name
+// that a screen reader can say.
+inline void checkReachable(QWidget& window)
+{
+    QSet<QWidget*> reached;
+    for (int i = 0; i < 100; ++i) {
+        if (QWidget* focused = QApplication::focusWidget())
+            reached.insert(focused);
+        QTest::keyClick(&window, Qt::Key_Tab);
+    }
+    // the Tab key reaches one button of a radio group, the arrow keys the others
+    const auto reachedByArrows = [](QWidget* widget) { return widget->inherits("QRadioButton"); };
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool input = widget->inherits("QAbstractButton") || widget->inherits("QLineEdit") ||
+                           widget->inherits("QComboBox") || widget->inherits("QAbstractSpinBox") ||
+                           widget->inherits("QGraphicsView");
+        const bool part = widget->objectName().startsWith(QLatin1String("qt_"));
+        if (!input || part || !widget->isEnabled() || !widget->isVisible())
+            continue;
+        const QString name = widget->objectName() + " " + widget->metaObject()->className();
+        QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+        QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(), qPrintable(name + " has no accessible name"));
+        QVERIFY2(reached.contains(widget) || reachedByArrows(widget), qPrintable(name + " is not reached by Tab"));
+    }
+}
