@@ -120,6 +120,16 @@ void TestScannerPage::readsEveryKindOfPicture()
     QCOMPARE(deliver(write("p4.pbm", "P4\n9 2\n" + bits), settings(300, Paper::Full, ColourMode::BlackWhite))
                  .bytes,
              bits);
+    QCOMPARE(deliver(write("p5deep.pnm", QByteArray("P5\n1 2\n65535\n\x80\x00\xff\xff", 17)), full).bytes,
+             QByteArray("\x7f\xff"));
+    QImage photo(40, 30, QImage::Format_RGB888);
+    photo.fill(QColor(200, 60, 20));
+    photo.setDotsPerMeterX(11811);
+    photo.setDotsPerMeterY(11811);
+    QVERIFY(photo.save(m_folder.filePath("photo.jpg"), nullptr, 95));
+    const Delivered jpeg =
+        deliver(m_folder.filePath("photo.jpg"), settings(300, Paper::Full, ColourMode::Colour));
+    QVERIFY(jpeg.shape.colour && jpeg.shape.width == 40 && qAbs(jpeg.grey(0, 0) - 200) < 4);
     QImage clear(4, 4, QImage::Format_ARGB32);
     clear.fill(Qt::transparent);
     QVERIFY(clear.save(m_folder.filePath("clear.png")));
