@@ -243,8 +243,8 @@ Settings wholeSet()
         integer(keys::splitCount, 2, 0, noLimit),
         comboIndex(keys::fGrayDpi, 2),
         comboIndex(keys::fWBDpi, 2),
-        real(keys::imgMendUp, 5, 0, 1000), // mm
-        real(keys::imgMendLeft, 5, 0, 1000),
+        real(keys::imgMendUp, 1, 0, 1000), // mm: the shadow of the edge, not the text beside it
+        real(keys::imgMendLeft, 1, 0, 1000),
         flag(keys::imgMendIn, true),
         flag(keys::imgMendOut, false),
         flag(keys::imgMendLeftState, false), // off: left as wide as top

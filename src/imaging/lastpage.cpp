@@ -20,7 +20,7 @@ bool keepLastPage(const QString& pageFile)
             return false;
         if (file.open(QIODevice::WriteOnly)) {
             file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
-            if (file.commit())
+            if (file.flush() && file.commit()) // commit alone would miss a disk that has just got full
                 return true;
         }
         qWarning().noquote() << "cannot write" << file.fileName() << file.errorString();
