@@ -17,7 +17,8 @@ constexpr int kPortraitWidth = 800, kLandscapeWidth = 1000;
 constexpr double kPortraitScale = 3.1, kLandscapeScale = 3.51; // reduced page to A4 at 300 dpi
 constexpr int kThresholdBlock = 25, kThresholdOffset = 15;
 
-constexpr int kRulingLength = 45;                         // straight strokes as long as this are rulings
+constexpr int kMaxAspect = 20;    // a longer strip is no page, and its copy at full width would be huge
+constexpr int kRulingLength = 45; // straight strokes as long as this are rulings
 constexpr int kMinLine = 9, kMaxLine = 70;                // height of a text line
 constexpr double kMinCharacters = 4, kMaxCharacters = 24; // width of a sample in line heights
 constexpr double kMinFill = 0.10, kMaxFill = 0.60; // share of ink; less is dots and rules, more is picture
@@ -208,6 +209,8 @@ cv::Mat cutSample(const cv::Mat& page, const Reduced& reduced, const cv::Mat& st
 std::vector<cv::Mat> findTextSamples(const cv::Mat& page)
 {
     std::vector<cv::Mat> samples;
+    if (std::max(page.rows, page.cols) > kMaxAspect * std::min(page.rows, page.cols))
+        return samples;
     const Reduced reduced = reduce(page);
     qDebug("find sample rect");
     cv::Mat text = reduced.ink;

@@ -7,6 +7,6 @@
 // Picks the two pieces of text on a page that tell best which way up it lies.
 //
 // `page`: CV_8UC3 (BGR), any size. Returns two grey pictures (CV_8UC1) of one text line each, straightened,
-// cut from the full-resolution page and at most about 900 x 80 pixels; or nothing when the page has no two
+// cut from the full-resolution page and at most about 760 x 60 pixels; or nothing when the page has no two
 // such lines.
 std::vector<cv::Mat> findTextSamples(const cv::Mat& page);
