@@ -52,12 +52,14 @@ class Supervisor:
     def __init__(self):
         _libc.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
         self._before = set(descendants(os.getpid()))
+        self._started = []
 
     def start(self, command, log=None, env=None, **more):
         """Starts a command in a session of its own; its output goes to the open file `log`."""
         output = log or subprocess.DEVNULL
-        return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=output, env=env,
-                                start_new_session=True, preexec_fn=_die_with_parent, **more)
+        self._started.append(subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=output, env=env,
+                                              start_new_session=True, preexec_fn=_die_with_parent, **more))
+        return self._started[-1]
 
     def _ours(self):
         return [pid for pid in descendants(os.getpid()) if pid not in self._before]
@@ -87,3 +89,5 @@ class Supervisor:
         """Ends everything that was started; what does not listen within two seconds is killed."""
         if self._ours() and not self._signal_all(signal.SIGTERM, 2):
             self._signal_all(signal.SIGKILL, 2)
+        for process in self._started:
+            process.poll()  # lets Popen see that it has been reaped

@@ -42,14 +42,23 @@ def natural_name(path):
     return parts
 
 
+def drop_old_runs(folder, days=1):
+    """Removes the files of demos that were started more than that many days ago."""
+    for entry in os.scandir(folder):
+        if entry.is_dir() and time.time() - entry.stat().st_mtime > days * 86400:
+            shutil.rmtree(entry.path, ignore_errors=True)
+
+
 class Session:
     """Use as a context manager: leaving it ends every process that was started."""
 
     def __init__(self, build, feeder=None, out=None, keys=(), path_keys=(), speed="fast"):
         self.build = os.path.abspath(build)
         self.feeder = os.path.abspath(feeder or os.path.join(self.build, "samples"))
-        os.makedirs(os.path.join(self.build, "demo"), exist_ok=True)
-        self.folder = tempfile.mkdtemp(prefix=time.strftime("%Y%m%d-%H%M%S-"), dir=os.path.join(self.build, "demo"))
+        runs = os.path.join(self.build, "demo")
+        os.makedirs(runs, exist_ok=True)
+        drop_old_runs(runs)
+        self.folder = tempfile.mkdtemp(prefix=time.strftime("%Y%m%d-%H%M%S-"), dir=runs)
         self.root = os.path.join(self.folder, "root")
         self.saved_folder = os.path.abspath(out or os.path.join(self.folder, "saved"))
         self.log_path = os.path.join(self.folder, "program.log")
@@ -106,12 +115,12 @@ class Session:
         for needed in (vscan, self.program):
             if not os.access(needed, os.X_OK):
                 raise SessionError(f"{needed} is not built")
-        command = [vscan, "run", "--sock", self._env["VSCAN_SOCKET"], "--feeder", self.feeder, "--speed", self._speed,
-                   "--", self.program]
+        sheets = ["--feeder", self.feeder] if os.listdir(self.feeder) else []  # an empty feeder is not loaded
+        command = [vscan, "run", "--sock", self._env["VSCAN_SOCKET"], *sheets, "--speed", self._speed, "--", self.program]
         with open(self.log_path, "ab") as log:
             self.scanner = self._supervisor.start(command, log=log, env=self._env, cwd=self.folder)
         self.log = self.log or ProgramLog(self.log_path)
-        self._wait(lambda: self.window() is not None, wait_for_window, "the program's window did not appear")
+        self.wait_until(lambda: self.window() is not None, wait_for_window, "the program's window did not appear")
 
     def start_again(self):
         """Another start of the program on the same root while the first one runs (or not); returns the process."""
@@ -119,13 +128,14 @@ class Session:
             return self._supervisor.start([self.program], log=log, env=self._env, cwd=self.folder)
 
     def window(self):
+        """The program's largest visible window, None before there is one."""
         windows = self.display.windows("qwd200")
         return windows[0] if windows else None
 
     def program_pids(self):
         return [pid for pid in descendants(os.getpid()) if program_of(pid) == PROGRAM]
 
-    def _wait(self, condition, seconds, failure):
+    def wait_until(self, condition, seconds, failure):
         deadline = time.monotonic() + seconds
         while not condition():
             if self.scanner.poll() is not None:
@@ -169,14 +179,14 @@ class Session:
         def seen():
             self.log.update()
             return any(words in text for text in self.log.texts("progress"))
-        self._wait(seen, seconds, f"no progress text with {words!r}")
+        self.wait_until(seen, seconds, f"no progress text with {words!r}")
 
     def wait_for_end(self, seconds):
         """Waits for the end of the batch; returns the seconds from the press to it."""
         def ended():
             self.log.update()
             return self.log.batches_ended > self._ended_before
-        self._wait(ended, seconds, f"the batch did not end within {seconds:g} s")
+        self.wait_until(ended, seconds, f"the batch did not end within {seconds:g} s")
         took = time.monotonic() - self._pressed
         time.sleep(0.7)  # the window's last texts and its repaint
         self.log.update()

@@ -21,12 +21,19 @@ PLAIN = [("Scan_Scan", key, value) for key, value in
          (("autoCut", "false"), ("autoRight", "false"), ("delBlank", "false"), ("scanType", "1"), ("imgMend", "false"))]
 
 
-def picture(path, words="页", size="827x1169"):
-    """An A4 page at 100 dpi with a word and some lines on it."""
-    bars = " ".join(f"rectangle 100,{y} 700,{y + 12}" for y in range(250, 1000, 60))
-    subprocess.run(["convert", "-size", size, "xc:white", "-fill", "black", "-font", "Noto-Sans-CJK-SC", "-pointsize", "60",
-                    "-draw", f"text 100,150 '{words}'", "-draw", bars, "-units", "PixelsPerInch", "-density", "100", path],
+def picture(path, bars):
+    """An A4 page at 100 dpi with a heading and that many bars on it, by which count_bars() knows it again."""
+    shapes = " ".join(f"rectangle 100,{250 + 60 * bar} 700,{262 + 60 * bar}" for bar in range(bars))
+    subprocess.run(["convert", "-size", "827x1169", "xc:white", "-fill", "black", "-font", "Noto-Sans-CJK-SC", "-pointsize", "60",
+                    "-draw", "text 100,150 '测试页'", "-draw", shapes, "-units", "PixelsPerInch", "-density", "100", path],
                    check=True)
+
+
+def count_bars(path):
+    """The bars in the middle column of a page picture, below its heading."""
+    data = subprocess.run(["convert", path, "-colorspace", "Gray", "-resize", "827x1169!", "-crop", "1x969+400+200", "+repage",
+                           "-threshold", "50%", "-depth", "8", "gray:-"], check=True, stdout=subprocess.PIPE).stdout
+    return sum(above > 127 > below for above, below in zip(data, data[1:]))
 
 
 class ProgramTest(unittest.TestCase):
@@ -36,11 +43,11 @@ class ProgramTest(unittest.TestCase):
         self.out = os.path.join(self.folder, "saved")
 
     def feeder(self, pages):
-        """A folder with that many page pictures, each with its number on it."""
+        """A folder with that many page pictures, page n with n bars."""
         folder = os.path.join(self.folder, "feeder")
         os.makedirs(folder)
         for number in range(1, pages + 1):
-            picture(os.path.join(folder, f"{number:03}-front.png"), f"第 {number} 页")
+            picture(os.path.join(folder, f"{number:03}-front.png"), number)
         return folder
 
     def session(self, feeder, keys=(), **more):
@@ -67,15 +74,6 @@ class ProgramTest(unittest.TestCase):
 def plain_options():
     """PLAIN as arguments of the demo."""
     return [word for group, key, value in PLAIN for word in ("--set", f"{group}/{key}={value}")]
-
-
-def grey_levels(path, width=60):
-    """The picture as rows of grey levels (0 black, 255 white), `width` pixels wide."""
-    data = subprocess.run(["convert", path, "-colorspace", "Gray", "-resize", f"{width}x", "-depth", "8", "pgm:-"], check=True,
-                          stdout=subprocess.PIPE).stdout
-    _, size, _, pixels = data.split(b"\n", 3)
-    columns, rows = map(int, size.split())
-    return [list(pixels[row * columns:(row + 1) * columns]) for row in range(rows)]
 
 
 def similarity(first, second):

@@ -4,7 +4,7 @@ import os
 import subprocess
 import unittest
 
-from programtest import BUILD, SAMPLES, ProgramTest, picture, plain_options, similarity
+from programtest import BUILD, SAMPLES, ProgramTest, count_bars, picture, plain_options, similarity
 
 # The sides of the sample sheets that carry print, in feeder order.
 PRINTED = ["001-front", "001-back", "002-front", "003-front", "004-front", "005-front", "006-front", "006-back"]
@@ -52,17 +52,12 @@ class Demo(ProgramTest):
     def test_any_folder_of_pictures_in_name_order(self):
         feeder = os.path.join(self.folder, "any")
         os.makedirs(feeder)
-        for name in ("c.png", "a.jpg", "b.png"):
-            picture(os.path.join(feeder, name), f"文件 {name}")
+        for bars, name in enumerate(("a.jpg", "b.png", "c.png"), 3):
+            picture(os.path.join(feeder, name), bars)
         status, lines, errors = self.demo("--feeder", feeder, *plain_options())
         self.assertEqual(status, 0, errors)
-        self.assertEqual(len(lines["saved"]), 3)
-        for source, saved in zip(("a.jpg", "b.png", "c.png"), lines["saved"]):
-            self.assertEqual(os.path.dirname(saved), self.out)
-            others = [self.reduced(os.path.join(feeder, name), name + "-w") for name in ("a.jpg", "b.png", "c.png") if name != source]
-            wanted = self.reduced(os.path.join(feeder, source), source + "-w")
-            got = self.reduced(saved, source + "-got")
-            self.assertGreater(similarity(got, wanted), max(similarity(got, other) for other in others))
+        self.assertEqual({os.path.dirname(path) for path in lines["saved"]}, {self.out})
+        self.assertEqual([count_bars(path) for path in lines["saved"]], [3, 4, 5])
 
     def test_empty_feeder(self):
         empty = os.path.join(self.folder, "empty")
