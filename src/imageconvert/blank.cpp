@@ -21,6 +21,7 @@ constexpr double kLoneInkMm2 = 0.32; // black ink below which a lone mark is a h
 constexpr int kCompany = 4;          // marks in a window that are lone no more
 constexpr double kSoftDarkness = 60; // darker marks are ink however soft
 constexpr double kSharpness = 0.26;  // slope per pixel at 300 dpi over darkness: ink 0.37, show-through 0.2
+constexpr double kMostSharpness = 0.36; // the slope filter cannot measure more than 0.5 per pixel
 constexpr int kMostWindows = 80;
 constexpr double kPictureRange = 90; // of the levels of the paper itself: more is a photograph
 
@@ -118,7 +119,7 @@ bool isSoft(const cv::Mat& dark, const cv::Mat& mask, double dpi)
         return static_cast<double>(*at);
     };
     const double level = upper(levels);
-    return level < kSoftDarkness && upper(slopes) * dpi / 300 < kSharpness * level;
+    return level < kSoftDarkness && upper(slopes) < std::min(kSharpness * 300 / dpi, kMostSharpness) * level;
 }
 
 // Pixels of the window's marks without dust and hairs.

@@ -96,6 +96,9 @@ ReadResult readBmp(std::FILE* file, const std::string& path, double fileSize)
     const double height = std::abs(static_cast<double>(static_cast<int32_t>(get(head + 22, 4))));
     const uint32_t bits = get(head + 28, 2), compression = get(head + 30, 4);
     checkSize(width, height);
+    const bool knownBits = bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
+    if (!knownBits || compression > 3 || get(head + 14, 4) > 1000)
+        throw PictureError("damaged BMP header");
     const double stride = std::floor((static_cast<double>(width) * bits + 31) / 32) * 4;
     if ((compression == 0 || compression == 3) && get(head + 10, 4) + stride * height > fileSize)
         throw PictureError("the BMP file is shorter than its header says");

@@ -23,10 +23,14 @@ void onWrite(png_structp png, png_bytep data, png_size_t size)
 
 void onFlush(png_structp) {}
 void onWarning(png_structp, png_const_charp) {}
+[[noreturn]] void onError(png_structp png, png_const_charp)
+{
+    png_longjmp(png, 1); // without the library's line on the error stream
+}
 
 struct PngWriter
 {
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, onWarning);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, onError, onWarning);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
     ~PngWriter() { png_destroy_write_struct(&png, &info); }
 };

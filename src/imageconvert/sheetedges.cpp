@@ -103,6 +103,11 @@ GroupEdge findEdge(const std::vector<Colour>& profile, double along, double reac
     std::vector<double> away;
     for (const Colour& c : profile)
         away.push_back(difference(c, edge.paper));
+    // A line printed on a page has the same paper on both sides.
+    std::vector<double> ends(away.begin(),
+                             away.begin() + static_cast<long>(std::max<size_t>(3, away.size() / 6)));
+    if (median(ends) < kLeastEdge * 0.8)
+        return edge;
     // From inside outwards to the first lasting departure; its height is the largest within 1.2 mm beyond.
     const auto beyond = static_cast<size_t>(std::max(2.0, dpi / 25.4 * 1.2 / kStep));
     for (size_t i = inner; i-- > 1;) {

@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "drawnpages.h"
+#include "imageconvert/imageconvertfunction.h"
+#include "imageconvert/picturereader.h"
+#include "imageconvert/picturewriter.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace imageconvert;
+
+// Files in and out: every kind, its resolution, and everything that can be wrong with it.
+class PictureFilesTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+
+    std::string path(const QString& name) const
+    {
+        return QFile::encodeName(m_folder.filePath(name)).toStdString();
+    }
+    void put(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(m_folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    }
+    QByteArray get(const QString& name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static bool same(const cv::Mat& a, const cv::Mat& b)
+    {
+        return a.size() == b.size() && a.type() == b.type() && cv::norm(a, b, cv::NORM_INF) == 0;
+    }
+    // The reason why the file is refused; empty when it is read.
+    QString refusal(const QString& name) const
+    {
+        try {
+            readPicture(path(name));
+        } catch (const PictureError& error) {
+            return QString::fromLocal8Bit(error.what());
+        }
+        return QString();
+    }
+    static cv::Mat sample(int channels)
+    {
+        const cv::Mat page = drawn::page({{203, 151}, {250, 249, 246}, 6});
+        if (channels == 3)
+            return page;
+        cv::Mat grey;
+        cv::cvtColor(page, grey, cv::COLOR_RGB2GRAY);
+        if (channels == 1)
+            return grey;
+        return grey < 128;
+    }
+
+private slots:
+    void writtenFilesComeBack_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<int>("channels"); // 0: two levels
+        for (const char* type : {"jpg", "tif", "png", "bmp"})
+            for (int channels : {0, 1, 3})
+                QTest::addRow("%s-%d", type, channels) << QString(type) << channels;
+    }
+    void writtenFilesComeBack()
+    {
+        QFETCH(QString, type);
+        QFETCH(int, channels);
+        const cv::Mat pixels = sample(channels);
+        for (double dpi : {100.0, 300.0, 600.0}) {
+            const QString name = QStringLiteral("back.") + type;
+            writePicture(pixels, path(name), type.toStdString(), dpi, {});
+            const ReadResult read = readPicture(path(name));
+            QVERIFY2(std::abs(read.dpi - dpi) < 0.1, qPrintable(QString::number(read.dpi)));
+            if (type == "jpg") {
+                QCOMPARE(read.pixels.size(), pixels.size());
+                QVERIFY(drawn::meanDifference(read.pixels, pixels) < (channels == 0 ? 12 : 5));
+            } else {
+                QVERIFY(same(read.pixels, pixels));
+            }
+            // A reader that is not ours agrees.
+            const cv::Mat other =
+                cv::imread(path(name), channels == 3 ? cv::IMREAD_COLOR : cv::IMREAD_GRAYSCALE);
+            QCOMPARE(other.size(), pixels.size());
+        }
+        QCOMPARE(QDir(m_folder.path()).entryList({".page*"}, QDir::Files | QDir::Hidden).size(), 0);
+    }
+
+    void twoLevelPicturesAreOneBitFiles()
+    {
+        const cv::Mat bits = sample(0);
+        for (const char* type : {"tif", "png", "bmp"}) {
+            writePicture(bits, path("bits"), type, 300, {});
+            const qint64 size = get("bits").size();
+            QVERIFY2(size < 28 * 151 + 1000, qPrintable(QString::number(size))); // 28 bytes a row
+        }
+        // TIFF: group 4 unless asked otherwise; a grey picture cannot have it.
+        SaveOptions options;
+        const auto compression = [&](const cv::Mat& pixels, SaveOptions::Tiff tiff) {
+            options.tiff = tiff;
+            writePicture(pixels, path("c.tif"), "tif", 300, options);
+            const QByteArray bytes = get("c.tif");
+            const int tag = bytes.indexOf(QByteArray::fromHex("030103000100")); // compression, short, one
+            return tag < 0 ? -1
+                           : static_cast<int>(static_cast<uchar>(bytes[tag + 8]) |
+                                              static_cast<uchar>(bytes[tag + 9]) << 8);
+        };
+        QCOMPARE(compression(bits, SaveOptions::Tiff::Default), 4);
+        QCOMPARE(compression(bits, SaveOptions::Tiff::Lzw), 5);
+        QCOMPARE(compression(sample(1), SaveOptions::Tiff::Group4), 5);
+        QCOMPARE(compression(sample(3), SaveOptions::Tiff::None), 1);
+    }
+
+    void optionsChangeTheFile()
+    {
+        SaveOptions low, high;
+        low.jpegQuality = 20;
+        high.jpegQuality = 95;
+        writePicture(sample(3), path("low.jpg"), "jpg", 300, low);
+        writePicture(sample(3), path("high.jpg"), "JPG", 300, high);
+        QVERIFY(get("low.jpg").size() * 2 < get("high.jpg").size());
+        low.pngLevel = 0;
+        high.pngLevel = 9;
+        writePicture(sample(3), path("low.png"), "png", 300, low);
+        writePicture(sample(3), path("high.png"), "png", 300, high);
+        QVERIFY(get("high.png").size() < get("low.png").size());
+    }
+
+    void pnmOfEveryKind()
+    {
+        const cv::Mat colour = sample(3), grey = sample(1);
+        drawn::writePnm(m_folder.filePath("a.pnm"), colour);
+        QVERIFY(same(readPicture(path("a.pnm")).pixels, colour));
+        drawn::writePnm(m_folder.filePath("a.pnm"), grey, "\n\n"); // the scanner's own grey pages
+        QVERIFY(same(readPicture(path("a.pnm")).pixels, grey));
+        drawn::writePnm(m_folder.filePath("a.pnm"), grey, "\n# a comment 5 6\n");
+        QVERIFY(same(readPicture(path("a.pnm")).pixels, grey));
+
+        const auto values = [this](const QByteArray& bytes) {
+            put("v.pnm", bytes);
+            const cv::Mat pixels = readPicture(path("v.pnm")).pixels;
+            QByteArray out;
+            for (int y = 0; y < pixels.rows; ++y)
+                out.append(reinterpret_cast<const char*>(pixels.ptr(y)), pixels.cols * pixels.channels());
+            return out;
+        };
+        QCOMPARE(values(QByteArray("P4\n10 1\n") + char(0x55) + char(0x40)),
+                 QByteArray("\xff\0\xff\0\xff\0\xff\0\xff\0", 10));
+        QCOMPARE(values(QByteArray("P5 2 1 65535\n") + QByteArray("\xff\xff\x80\x00", 4)),
+                 QByteArray("\xff\x80", 2));
+        QCOMPARE(values(QByteArray("P5 3 1 15\n") + QByteArray("\x00\x0f\x05", 3)),
+                 QByteArray("\x00\xff\x55", 3));
+        QCOMPARE(values("P1 3 1 101"), QByteArray("\0\xff\0", 3));
+        QCOMPARE(values("P2 2 1 100 0 100 "), QByteArray("\0\xff", 2));
+        QCOMPARE(values("P3 1 1 255 1 2 3 "), QByteArray("\1\2\3", 3));
+    }
+
+    void deepTransparentAndPalettePictures()
+    {
+        cv::Mat deep(4, 5, CV_16UC1, cv::Scalar(0x8080));
+        cv::imwrite(path("deep.png"), deep);
+        QCOMPARE(int(readPicture(path("deep.png")).pixels.at<uchar>(1, 1)), 0x80);
+        cv::imwrite(path("deep.tif"), deep);
+        QVERIFY(std::abs(readPicture(path("deep.tif")).pixels.at<uchar>(1, 1) - 0x80) <= 1);
+        cv::Mat clear(4, 5, CV_8UC4, cv::Scalar(10, 20, 30, 0));
+        cv::imwrite(path("clear.png"), clear);
+        QCOMPARE(readPicture(path("clear.png")).pixels.at<cv::Vec3b>(0, 0), cv::Vec3b(255, 255, 255));
+        cv::Mat blue(4, 5, CV_8UC3, cv::Scalar(250, 20, 3));
+        cv::imwrite(path("blue.bmp"), blue);
+        QCOMPARE(readPicture(path("blue.bmp")).pixels.at<cv::Vec3b>(0, 0), cv::Vec3b(3, 20, 250));
+        put("dot.gif",
+            QByteArray::fromHex("47494638396101000100800000ff000000000021f90400000000002c0000000001000100"
+                                "000202440100 3b"));
+        const cv::Mat gif = readPicture(path("dot.gif")).pixels;
+        QCOMPARE(gif.at<cv::Vec3b>(0, 0), cv::Vec3b(255, 0, 0));
+    }
+
+    // Cut at many lengths: refused with a reason, never a crash, never half a page.
+    void cutOffFiles_data()
+    {
+        QTest::addColumn<QString>("type");
+        for (const char* type : {"jpg", "tif", "png", "bmp", "pnm"})
+            QTest::newRow(type) << QString(type);
+    }
+    void cutOffFiles()
+    {
+        QFETCH(QString, type);
+        if (type == "pnm")
+            drawn::writePnm(m_folder.filePath("whole.pnm"), sample(3));
+        else
+            writePicture(sample(3), path("whole." + type), type.toStdString(), 300, {});
+        const QByteArray whole = get("whole." + type);
+        for (int length = 0; length < whole.size() - 16; length += length < 80 ? 1 : whole.size() / 23) {
+            put("cut", whole.left(length));
+            QVERIFY2(!refusal("cut").isEmpty(), qPrintable(QString::number(length)));
+        }
+        // Any byte of the header wrong: read or refused, nothing else.
+        for (int at = 0; at < std::min(whole.size(), 120); ++at)
+            for (char wrong : {'\0', '\x7f', '\xff'}) {
+                QByteArray damaged = whole;
+                damaged[at] = wrong;
+                put("damaged", damaged);
+                refusal("damaged");
+            }
+    }
+
+    void lyingHeaders_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("text") << QByteArray("this is not a picture at all");
+        QTest::newRow("script") << QByteArray("push graphic-context\nimage over 0,0 0,0 'label:x'\n");
+        QTest::newRow("huge pnm") << QByteArray("P6\n60000 60000\n255\n") + QByteArray(100, 'x');
+        QTest::newRow("overflowing pnm") << QByteArray("P6\n99999999999999999999 3\n255\n");
+        QTest::newRow("long pnm") << QByteArray("P5\n20000 20000\n255\n") + QByteArray(1000, 'x');
+        QTest::newRow("no pixels") << QByteArray("P5\n0 10\n255\n");
+        QTest::newRow("negative") << QByteArray("P5\n-5 10\n255\n") + QByteArray(100, 'x');
+        QTest::newRow("no maximum") << QByteArray("P5\n5 10\n0\n") + QByteArray(100, 'x');
+        QByteArray bmp =
+            QByteArray("BM").leftJustified(18, '\0') + QByteArray::fromHex("ffff0000ffff000001001800");
+        bmp[14] = 40;
+        QTest::newRow("huge bmp") << bmp.leftJustified(200, '\0');
+        QTest::newRow("huge png") << QByteArray::fromHex(
+                                         "89504e470d0a1a0a0000000d494844527fffffff7fffffff0802000000")
+                                         .leftJustified(200, '\0');
+    }
+    void lyingHeaders()
+    {
+        QFETCH(QByteArray, bytes);
+        put("lie", bytes);
+        QVERIFY(!refusal("lie").isEmpty());
+        ImageConvertFunction library;
+        QVERIFY(!library.getImage(path("lie").c_str()));
+        QVERIFY2(library.lastError().contains("lie"), qPrintable(library.lastError()));
+    }
+
+    // Over the file-size limit: false, the old file whole, no leftovers; the process survives the signal.
+    void fullDisk_data() { writtenFilesComeBack_data(); }
+    void fullDisk()
+    {
+        QFETCH(QString, type);
+        QFETCH(int, channels);
+        QDir(m_folder.path()).mkdir("full");
+        const QString old = m_folder.filePath("full/page." + type);
+        put("full/page." + type, "the old file");
+        cv::Mat noisy(700, 900, channels == 3 ? CV_8UC3 : CV_8UC1);
+        cv::randu(noisy, 0, 256);
+        if (channels == 0)
+            noisy = noisy < 128;
+        drawn::writePnm(m_folder.filePath("noisy.pnm"), noisy);
+        const pid_t child = fork();
+        if (child == 0) {
+            const rlimit limit{20000, 20000};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            ImageConvertFunction library;
+            MagickWand* wand = library.getImage(path("noisy.pnm").c_str());
+            const bool saved =
+                library.saveImage(wand, m_folder.filePath("full/"), "page", type.toLatin1().constData(), 300);
+            _exit(!wand ? 1 : saved ? 2 : !library.lastErrorIsDiskFull() ? 3 : 0);
+        }
+        int status = -1;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QVERIFY2(WIFEXITED(status), "killed by a signal");
+        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(get("full/page." + type), QByteArray("the old file"));
+        QCOMPARE(QDir(m_folder.filePath("full")).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{"page." + type});
+        QFile::remove(old);
+    }
+
+    void unwritablePlaces()
+    {
+        ImageConvertFunction library;
+        drawn::writePnm(m_folder.filePath("p.pnm"), sample(1));
+        MagickWand* wand = library.getImage(path("p.pnm").c_str());
+        QVERIFY(wand);
+        QVERIFY(!library.saveImage(wand, m_folder.filePath("missing/"), "page", "jpg", 300));
+        QVERIFY(library.lastError().contains("missing") && !library.lastErrorIsDiskFull());
+        QVERIFY(!library.saveImage(wand, m_folder.path() + '/', "page", "xyz", 300));
+        QVERIFY(!library.saveImage(wand, m_folder.path() + '/', "", "jpg", 300));
+        QVERIFY(library.saveImage(wand, m_folder.path() + '/', "第一页 a'b", "jpg", 300));
+        QVERIFY(QFile::exists(m_folder.filePath("第一页 a'b.jpg")));
+    }
+};
+
+QTEST_GUILESS_MAIN(PictureFilesTest)
+#include "tst_picturefiles.moc"
