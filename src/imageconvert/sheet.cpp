@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
@@ -37,16 +38,37 @@ cv::Mat ringMask(const cv::Size& size, double dpi)
     return ring;
 }
 
-std::vector<uchar> sortedValues(const cv::Mat& grey, const cv::Mat& mask)
+// Grey levels counted, with an optional mask.
+class Levels
 {
-    std::vector<uchar> values;
-    for (int y = 0; y < grey.rows; ++y)
-        for (int x = 0; x < grey.cols; ++x)
-            if (mask.empty() || mask.at<uchar>(y, x))
-                values.push_back(grey.at<uchar>(y, x));
-    std::sort(values.begin(), values.end());
-    return values;
-}
+public:
+    explicit Levels(const cv::Mat& grey, const cv::Mat& mask = {})
+    {
+        for (int y = 0; y < grey.rows; ++y) {
+            const uchar* row = grey.ptr(y);
+            const uchar* use = mask.empty() ? nullptr : mask.ptr(y);
+            for (int x = 0; x < grey.cols; ++x)
+                if (!use || use[x])
+                    ++m_counts[row[x]];
+        }
+    }
+    int below(int level) const { return std::accumulate(m_counts, m_counts + std::clamp(level, 0, 256), 0); }
+    int total() const { return below(256); }
+    // The level that `count` pixels do not exceed.
+    int level(double count) const
+    {
+        int sum = 0;
+        for (int i = 0; i < 256; ++i) {
+            sum += m_counts[i];
+            if (sum > count)
+                return i;
+        }
+        return 255;
+    }
+
+private:
+    int m_counts[256] = {};
+};
 
 // The parts of a mask that reach the ring.
 cv::Mat reachingRing(const cv::Mat& mask, const cv::Mat& ring)
@@ -54,33 +76,31 @@ cv::Mat reachingRing(const cv::Mat& mask, const cv::Mat& ring)
     cv::Mat labels;
     const int count = cv::connectedComponents(mask, labels, 4, CV_32S);
     std::vector<int> touching(static_cast<size_t>(count), 0);
-    for (int y = 0; y < labels.rows; ++y)
-        for (int x = 0; x < labels.cols; ++x)
-            if (ring.at<uchar>(y, x))
-                ++touching[static_cast<size_t>(labels.at<int>(y, x))];
+    std::vector<cv::Point> places;
+    cv::findNonZero(ring, places);
+    for (const cv::Point& p : places)
+        ++touching[static_cast<size_t>(labels.at<int>(p))];
     cv::Mat out(mask.size(), CV_8UC1, cv::Scalar(0));
-    for (int y = 0; y < labels.rows; ++y)
-        for (int x = 0; x < labels.cols; ++x) {
-            const int label = labels.at<int>(y, x);
-            if (label != 0 && touching[static_cast<size_t>(label)] >= 6)
-                out.at<uchar>(y, x) = 255;
-        }
+    for (int y = 0; y < labels.rows; ++y) {
+        const int* label = labels.ptr<int>(y);
+        uchar* to = out.ptr(y);
+        for (int x = 0; x < labels.cols; ++x)
+            to[x] = label[x] != 0 && touching[static_cast<size_t>(label[x])] >= 6 ? 255 : 0;
+    }
     return out;
 }
 
 // Bed darker than the paper; empty when there is none.
 cv::Mat darkBed(const cv::Mat& grey, const cv::Mat& ring)
 {
-    const std::vector<uchar> all = sortedValues(grey, {}), rim = sortedValues(grey, ring);
-    const double paper = all[all.size() * 19 / 20];
-    const auto end =
-        std::lower_bound(rim.begin(), rim.end(), static_cast<uchar>(std::max(0.0, paper - kBedContrast)));
-    const auto count = static_cast<size_t>(end - rim.begin());
-    if (static_cast<double>(count) < kDarkBedShare * static_cast<double>(rim.size()))
+    const Levels all(grey), rim(grey, ring);
+    const double paper = all.level(all.total() * 0.95);
+    const double count = rim.below(static_cast<int>(paper - kBedContrast));
+    if (count < kDarkBedShare * rim.total())
         return {};
-    const double level = rim[count / 2];
+    const double level = rim.level(count / 2);
     // An even bed; a picture that runs over the frame is not.
-    if (rim[count * 4 / 5] - rim[count / 5] > 30)
+    if (rim.level(count * 0.8) - rim.level(count * 0.2) > 30)
         return {};
     return reachingRing(grey < (level + paper) / 2, ring);
 }
@@ -95,26 +115,25 @@ struct Plane
 Plane ringPlane(const cv::Mat& level, const cv::Mat& ring, double* scatter)
 {
     Plane plane;
-    std::vector<uchar> values = sortedValues(level, ring);
-    plane.c = values[values.size() / 2];
+    const Levels levels(level, ring);
+    plane.c = levels.level(levels.total() / 2.0);
+    std::vector<cv::Point> places;
+    cv::findNonZero(ring, places);
     double bound = 14;
     for (int round = 0; round < 5; ++round) {
         cv::Matx33d normal = cv::Matx33d::zeros();
         cv::Vec3d right(0, 0, 0);
         double sum = 0, count = 0;
-        for (int y = 0; y < level.rows; ++y)
-            for (int x = 0; x < level.cols; ++x) {
-                if (!ring.at<uchar>(y, x))
-                    continue;
-                const double v = level.at<uchar>(y, x), rest = v - plane.at(x, y);
-                if (std::abs(rest) > bound)
-                    continue;
-                const cv::Vec3d row(x, y, 1);
-                normal += row * row.t();
-                right += row * v;
-                sum += rest * rest;
-                ++count;
-            }
+        for (const cv::Point& p : places) {
+            const double v = level.at<uchar>(p), rest = v - plane.at(p.x, p.y);
+            if (std::abs(rest) > bound)
+                continue;
+            const cv::Vec3d row(p.x, p.y, 1);
+            normal += row * row.t();
+            right += row * v;
+            sum += rest * rest;
+            ++count;
+        }
         if (count < 100)
             break;
         const cv::Vec3d solved = normal.solve(right, cv::DECOMP_CHOLESKY);
@@ -135,10 +154,12 @@ cv::Mat lightBed(const cv::Mat& colour, const cv::Mat& ring)
         double scatter = 1;
         const Plane plane = ringPlane(channel, ring, &scatter);
         const double bound = std::max(3.0, 4 * scatter);
-        for (int y = 0; y < colour.rows; ++y)
+        for (int y = 0; y < colour.rows; ++y) {
+            const uchar* from = channel.ptr(y);
+            uchar* to = other.ptr(y);
             for (int x = 0; x < colour.cols; ++x)
-                if (std::abs(channel.at<uchar>(y, x) - plane.at(x, y)) > bound)
-                    other.at<uchar>(y, x) = 255;
+                to[x] |= std::abs(from[x] - plane.at(x, y)) > bound ? 255 : 0;
+        }
     }
     const double even = cv::countNonZero(ring & ~other) / std::max(1.0, double(cv::countNonZero(ring)));
     if (even < kLightBedShare)

@@ -11,7 +11,7 @@ cv::Mat page(const PageSpec& spec)
     cv::Mat out(spec.size, CV_8UC3, spec.paper);
     const cv::Scalar ink = spec.paper * (1 - 0.92 * spec.inkShare);
     cv::RNG random(11);
-    const int margin = spec.size.width / 10, pitch = spec.size.height / 40, height = pitch / 2;
+    const int margin = spec.size.width / 10, pitch = std::max(8, spec.size.height / 40), height = pitch / 2;
     for (int line = 0; line < spec.lines; ++line) {
         const int y = margin + line * pitch;
         if (y + pitch > spec.size.height - margin)
