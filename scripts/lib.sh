@@ -9,7 +9,7 @@ readonly BUILD_PACKAGES=(
 )
 # qtwayland5: a session without an X server; the two fonts and translations are data that no library pulls in.
 readonly RUN_PACKAGES=(
-    tesseract-ocr-chi-sim qttranslations5-l10n fonts-noto-cjk qtwayland5 libqt5svg5
+    tesseract-ocr-chi-sim qttranslations5-l10n fonts-noto-cjk qtwayland5 libqt5svg5 qt5-image-formats-plugins
 )
 readonly DEMO_PACKAGES=(
     python3 xvfb openbox trayer xdotool imagemagick xauth

@@ -135,6 +135,8 @@ void Widget::prepareThread()
         return;
     m_thread = new scanThread(this);
     connect(m_thread, &QThread::finished, this, &Widget::scanThreadEnded);
+    connect(m_thread, &scanThread::pageStarted, this,
+            [this](int page) { sendProgress(tr("正在扫描第%1张图像").arg(page)); });
     scan = 1;
 }
 
@@ -174,7 +176,7 @@ bool Widget::confirmPrefix(TemplatePage& page)
     const auto file = openMainSettings();
     GroupScope scope(*file, page.scanGroup);
     const NamingRules rules = readNamingRules(*file);
-    if (!rules.askBefore || m_preview)
+    if (!rules.askBefore || !rules.userDefined || m_preview)
         return true;
     PrefixDialog dialog(PrefixDialog::Moment::BeforeBatch, rules, this);
     if (dialog.exec() != QDialog::Accepted)
@@ -348,7 +350,7 @@ void Widget::renameSaved()
     const auto file = openMainSettings();
     GroupScope scope(*file, workPage().scanGroup);
     const NamingRules rules = readNamingRules(*file);
-    if (!rules.askAfter || m_notices.saved().isEmpty())
+    if (!rules.askAfter || !rules.userDefined || m_notices.saved().isEmpty())
         return;
     PrefixDialog dialog(PrefixDialog::Moment::AfterBatch, rules, this);
     if (dialog.exec() != QDialog::Accepted || dialog.prefix() == rules.prefix)

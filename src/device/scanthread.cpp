@@ -166,16 +166,15 @@ scanThread::scanThread(std::unique_ptr<SaneApi> api, std::unique_ptr<WaitClock> 
 
 scanThread::~scanThread()
 {
-    // Again and again, since a batch that is only just starting clears the flag.
-    while (isRunning()) {
+    if (isRunning())
         cancelflag::set();
-        wait(100);
-    }
+    wait();
 }
 
 void scanThread::setScanParamaters(int resolution, int source, int paperSize, int imageType, int colorMode,
                                    int option9, int rotation, int edgeFill, int option12, int option13)
 {
+    cancelflag::clear(); // here and not in the thread: a cancel right after the start must not be lost
     d->session.main_scan_set_param(resolution, source, paperSize, imageType, colorMode, option9, rotation,
                                    edgeFill, option12, option13);
 }
@@ -192,7 +191,6 @@ int scanThread::pagesScanned() const
 
 void scanThread::run()
 {
-    cancelflag::clear();
     d->outcome = Outcome::NotRun;
     d->pages = 0;
     state::write(state::Preparing);
