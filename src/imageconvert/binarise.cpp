@@ -16,19 +16,27 @@ constexpr int kNeutral = 130;
 constexpr double kLeastContrast = 22; // grey levels of 255; less is grain
 constexpr double kFaintShare = 0.42;  // of the page's usual ink; fainter is show-through or a stain
 
-// The contrast of the page's usual ink: a high quantile of local contrasts that are above the grain.
+// The contrast of the page's usual ink: the median of the tiles' contrasts weighted by their squares, so that
+// a few lines of ink outweigh a whole page of show-through, but a heading not a page of faint type.
 double usualContrast(const cv::Mat& contrast)
 {
-    std::vector<float> values;
+    double weights[257] = {};
+    double total = 0;
     for (int y = 0; y < contrast.rows; ++y)
-        for (int x = 0; x < contrast.cols; ++x)
-            if (contrast.at<float>(y, x) > kLeastContrast)
-                values.push_back(contrast.at<float>(y, x));
-    if (values.empty())
-        return 0;
-    const auto at = values.begin() + static_cast<long>(values.size() * 7 / 10);
-    std::nth_element(values.begin(), at, values.end());
-    return *at;
+        for (int x = 0; x < contrast.cols; ++x) {
+            const float c = contrast.at<float>(y, x);
+            if (c > kLeastContrast) {
+                weights[static_cast<int>(c)] += static_cast<double>(c) * c;
+                total += static_cast<double>(c) * c;
+            }
+        }
+    double sum = 0;
+    for (int level = 0; level < 256 && total > 0; ++level) {
+        sum += weights[level];
+        if (sum >= total / 2)
+            return level;
+    }
+    return 0;
 }
 
 // Darkest level of each tile in the full-size picture, slightly smoothed against grain.
