@@ -24,7 +24,7 @@
 #include <QMessageBox>
 #include <QScreen>
 
-Widget::Widget(QWidget* parent)
+Widget::Widget(int trayWaitMs, QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::Widget>()), m_template(QLatin1String(defaultTemplate))
 {
     paths::ensureFolders();
@@ -40,7 +40,7 @@ Widget::Widget(QWidget* parent)
     updateTemplete(QLatin1String(defaultTemplate));
     createActions();
     createTrayIcon();
-    waitForTray();
+    waitForTray(trayWaitMs);
 
     createFunctionPanels(*m_scanPage);
     createFunctionPanels(*m_filePage);

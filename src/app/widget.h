@@ -30,7 +30,8 @@ class Widget : public QWidget
 {
     Q_OBJECT
 public:
-    explicit Widget(QWidget* parent = nullptr);
+    // `trayWaitMs`: how long a session that is just starting may take to bring its tray up.
+    explicit Widget(int trayWaitMs = 4000, QWidget* parent = nullptr);
     ~Widget() override;
 
     // Settings
@@ -157,7 +158,7 @@ private:
     void createFunctionPanels(TemplatePage& page);
     void createActions();
     void createTrayIcon();
-    void waitForTray();
+    void waitForTray(int milliseconds);
     void restoreShellState();
     void connectProgress();
     void selectPage(TemplatePage& page);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kStateBalloonMs = 120000;
 constexpr int kHintBalloonMs = 5000;
-constexpr int kTrayWaitMs = 4000;
+constexpr int kDockMs = 500;
 
 } // namespace
 
@@ -64,15 +64,20 @@ void Widget::createTrayIcon()
     setIcon(1);
 }
 
-// A session that is just starting may bring its tray up after the program.
-void Widget::waitForTray()
+void Widget::waitForTray(int milliseconds)
 {
-    QDeadlineTimer deadline(kTrayWaitMs);
-    while (!QSystemTrayIcon::isSystemTrayAvailable() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents();
-        QThread::msleep(50);
-    }
+    const auto waitFor = [](int limitMs, const auto& condition) {
+        QDeadlineTimer deadline(limitMs);
+        while (!condition() && !deadline.hasExpired()) {
+            QCoreApplication::processEvents();
+            QThread::msleep(20);
+        }
+    };
+    waitFor(milliseconds, [] { return QSystemTrayIcon::isSystemTrayAvailable(); });
     m_tray->setVisible(true);
+    // A balloon shown before the icon has its place would point to the corner of the screen.
+    if (QSystemTrayIcon::isSystemTrayAvailable())
+        waitFor(kDockMs, [this] { return m_tray->geometry().isValid(); });
 }
 
 void Widget::setIcon(int index)

@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/globals.h"
+#include "app/widget.h"
+#include "config/freshroot.h"
+#include "config/settingsfile.h"
+#include "config/templates.h"
+#include "forms/panels.h"
+#include "ocr/ocrpanel.h"
+#include "pdf/pdfpanel.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTextCodec>
+#include <QtTest>
+#include <memory>
+
+// The main window without a scanner: SANE finds no backend here.
+class TestWidget : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Widget> m_window;
+
+    template <typename Control>
+    Control* control(const char* name)
+    {
+        Control* found = m_window->findChild<Control*>(QLatin1String(name));
+        if (!found)
+            qFatal("no control %s", name);
+        return found;
+    }
+    QString status() { return control<QLabel>("statusLabel")->text(); }
+    bool canScan()
+    {
+        return control<QPushButton>("scanButton")->isEnabled() &&
+               control<QPushButton>("previewPushButton_5")->isEnabled();
+    }
+    QWidget* shownPanel() { return control<QStackedWidget>("functionStack")->currentWidget(); }
+    void restart()
+    {
+        m_window.reset();
+        m_window = std::make_unique<Widget>(0);
+        m_window->show();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
+        const QString sane = defaultSaveFolder() + "-sane";
+        QVERIFY(QDir().mkpath(sane));
+        qputenv("SANE_CONFIG_DIR", QFile::encodeName(sane));
+    }
+
+    void init()
+    {
+        QVERIFY(freshRoot());
+        restart();
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void firstStartShowsTheScanPageAndWritesEveryDefault()
+    {
+        QCOMPARE(control<QComboBox>("templetBtncomboBox_3")->currentText(), QStringLiteral("Scan  Utility"));
+        QCOMPARE(control<QComboBox>("templetBtncomboBox")->currentText(), QStringLiteral("PDF  Utility"));
+        QVERIFY(control<QRadioButton>("scanPushButton")->isChecked());
+        QCOMPARE(control<QComboBox>("templateComboBox")->currentText(), QLatin1String(defaultTemplate));
+        QCOMPARE(control<QSlider>("gammaSlider_5")->value(), 120);
+        const auto file = openMainSettings();
+        QCOMPARE(file->value("ScanModel").toInt(), 0);
+        QCOMPARE(file->value("wholeSet/delBlank").toInt(), 8);
+        // The next start looks the same.
+        control<QPushButton>("applyPushButton")->click();
+        restart();
+        QCOMPARE(control<QSlider>("gammaSlider_5")->value(), 120);
+        QCOMPARE(control<QComboBox>("scanTypeComboBox_9")->currentIndex(), 2); // "3" has no item
+    }
+
+    void functionsShowTheirPanelAndDescription()
+    {
+        auto* functions = control<QComboBox>("templetBtncomboBox_3");
+        auto* description = control<QLabel>("scanDescribeLabel");
+        functions->setCurrentText("PDF  Utility");
+        QVERIFY(qobject_cast<pdfpanel*>(shownPanel()));
+        QCOMPARE(description->text(),
+                 QStringLiteral("扫描文字稿件并将影像转换成可搜索pdf文件或pdf影像文件。"));
+        functions->setCurrentText("FTP  Utility");
+        QVERIFY(qobject_cast<ftppanel*>(shownPanel()));
+        QCOMPARE(description->text(), QStringLiteral("扫描文件并上传至FTP服务器。"));
+        functions->setCurrentText("OCR  Utility");
+        QCOMPARE(currentMode, QStringLiteral("OCR"));
+        functions->setCurrentText("Scan  Utility");
+        QCOMPARE(currentMode, QStringLiteral("Scan"));
+        QCOMPARE(shownPanel()->objectName(), QStringLiteral("scanPage"));
+        QVERIFY(description->text().startsWith(QStringLiteral("扫描按键模板分为Scan Utility及OCR Utility")));
+    }
+
+    void pagesHaveTheirOwnControlsAndComeBack()
+    {
+        control<QRadioButton>("filePushButton")->click();
+        QCOMPARE(ScanorFile, 1);
+        QVERIFY(qobject_cast<pdfpanel*>(shownPanel()));
+        QVERIFY(control<QComboBox>("templetBtncomboBox")->isVisible());
+        QVERIFY(!control<QComboBox>("templetBtncomboBox_3")->isVisible());
+        control<QComboBox>("templetBtncomboBox")->setCurrentText("Scan  Utility");
+        QCOMPARE(shownPanel()->objectName(), QStringLiteral("filePage"));
+        control<QSlider>("lightnessSlider")->setValue(-7);
+        control<QPushButton>("applyPushButton")->click();
+        QCOMPARE(openMainSettings()->value("File_Scan/lightness").toInt(), -7);
+        QCOMPARE(openMainSettings()->value("Scan_Scan/lightness").toInt(), 15);
+        restart();
+        QVERIFY(control<QRadioButton>("filePushButton")->isChecked());
+        QCOMPARE(control<QSlider>("lightnessSlider")->value(), -7);
+        control<QRadioButton>("scanPushButton")->click();
+        QCOMPARE(ScanorFile, 0);
+        QCOMPARE(shownPanel()->objectName(), QStringLiteral("scanPage"));
+    }
+
+    void applyingRefreshesTheTemplate()
+    {
+        control<QCheckBox>("redfileCheckBox_5")->click();
+        control<QPushButton>("applyPushButton")->click();
+        QVERIFY(control<QPushButton>("applyPushButton")->isEnabled());
+        const auto copy = openSettings(paths::templateFolder() + "default-template.conf");
+        QCOMPARE(copy->value("Scan_Scan/readFile").toString(), QStringLiteral("true"));
+        QVERIFY(QFile::exists(paths::templateFolder() + "default-template_path.conf"));
+    }
+
+    void cancelWhenIdleTakesChangesBack()
+    {
+        control<QSlider>("contrastSlider_5")->setValue(0);
+        control<QPushButton>("cancelPushButton")->click();
+        QCOMPARE(control<QSlider>("contrastSlider_5")->value(), 35);
+        QVERIFY(m_window->isMinimized() || !m_window->isVisible());
+    }
+
+    void defaultsComeBackToControlsAndFiles()
+    {
+        openPathSettings()->setValue("Scan_Scan_FilePath/savepath", "/elsewhere");
+        control<QCheckBox>("delBlankCheckBox_5")->setChecked(true);
+        control<QSlider>("gammaSlider_5")->setValue(50);
+        control<QPushButton>("defaultvaluePushButton_5")->click();
+        QCOMPARE(control<QSlider>("gammaSlider_5")->value(), 120);
+        QVERIFY(!control<QCheckBox>("delBlankCheckBox_5")->isChecked());
+        QVERIFY(control<QCheckBox>("autoRightCheckBox_5")->isChecked());
+        QCOMPARE(openPathSettings()->value("Scan_Scan_FilePath/savepath").toString(), defaultSaveFolder());
+    }
+
+    void withoutAScannerTheControlsComeBack()
+    {
+        QSignalSpy progress(m_window.get(), &Widget::sendProcessMessg);
+        control<QPushButton>("scanButton")->click();
+        QVERIFY(!canScan());
+        QCOMPARE(progress.value(0).value(0).toString(), QStringLiteral("正在准备扫描"));
+        QTRY_VERIFY_WITH_TIMEOUT(canScan(), 20000);
+        QCOMPARE(status(), QStringLiteral("未找到扫描仪"));
+        QCOMPARE(progress.last().value(0).toString(), QStringLiteral("1234"));
+        // The preview as well, and the next batch is an ordinary one again.
+        control<QPushButton>("previewPushButton_5")->click();
+        QVERIFY(!canScan());
+        QTRY_VERIFY_WITH_TIMEOUT(canScan(), 20000);
+    }
+
+    void functionsThatAreNotThereSaySoAndEndTheJob()
+    {
+        for (const char* name : {"PDF  Utility", "OCR  Utility"}) {
+            control<QComboBox>("templetBtncomboBox_3")->setCurrentText(QLatin1String(name));
+            control<QPushButton>("scanButton")->click();
+            QVERIFY(status().contains(QStringLiteral("尚未提供")));
+            QVERIFY(canScan());
+        }
+        m_window->buttonStateSlots(2);
+        QVERIFY(canScan());
+    }
+
+    void controlWordsSwitchTheControls()
+    {
+        m_window->scanProcressSlot("4444");
+        QVERIFY(!control<QPushButton>("scanButton")->isEnabled());
+        m_window->scanProcressSlot("1234");
+        QVERIFY(canScan());
+        m_window->scanProcressSlot("3333");
+        QVERIFY(!canScan() && !control<QPushButton>("applyPushButton")->isEnabled());
+        m_window->scanProcressSlot("正在处理第1张图像");
+        QVERIFY(!canScan());
+        m_window->scanProcressSlot("2222");
+        QVERIFY(canScan() && control<QPushButton>("applyPushButton")->isEnabled());
+    }
+
+    void offlineAndOnlineActOnceEach()
+    {
+        auto* tray = m_window->findChild<QSystemTrayIcon*>();
+        QVERIFY(tray);
+        QCOMPARE(tray->toolTip(), QStringLiteral("Ready"));
+        m_window->buttonStateSlots(4);
+        QVERIFY(!canScan());
+        QCOMPARE(tray->toolTip(), QStringLiteral("Error"));
+        QVERIFY(m_window->isMinimized() || !m_window->isVisible());
+        m_window->showNormal();
+        m_window->buttonStateSlots(4); // a repeat does not hide what the user has brought back
+        QVERIFY(m_window->isVisible() && !m_window->isMinimized());
+        m_window->buttonStateSlots(5);
+        QVERIFY(canScan());
+        QCOMPARE(tray->toolTip(), QStringLiteral("Ready"));
+        m_window->buttonStateSlots(77); // a key without a function
+        QVERIFY(canScan());
+    }
+
+    void trayMenuIsInOrderAndNeedsAScannerToShowTheWindow()
+    {
+        auto* tray = m_window->findChild<QSystemTrayIcon*>();
+        const QList<QAction*> actions = tray->contextMenu()->actions();
+        QCOMPARE(actions.size(), 4);
+        QCOMPARE(actions[0]->text(), QStringLiteral("最小化"));
+        QCOMPARE(actions[1]->text(), QStringLiteral("显示窗体"));
+        QVERIFY(actions[2]->isSeparator());
+        QCOMPARE(actions[3]->text(), QStringLiteral("退出"));
+        m_window->buttonStateSlots(4);
+        QVERIFY(!actions[1]->isEnabled());
+        m_window->hide();
+        m_window->iconActivated(QSystemTrayIcon::DoubleClick);
+        QVERIFY(!m_window->isVisible());
+        m_window->buttonStateSlots(5);
+        QVERIFY(actions[1]->isEnabled());
+        m_window->iconActivated(QSystemTrayIcon::DoubleClick);
+        QVERIFY(m_window->isVisible());
+    }
+
+    void helpSaysWhenItIsNotInstalled()
+    {
+        control<QPushButton>("helpPushButton")->click();
+        QCOMPARE(status(), QStringLiteral("帮助文件尚未安装"));
+    }
+
+    void applicationsAreKeptAcrossStartsAndDeletedKeysGo()
+    {
+        m_window->scanAddApp("看图", "/usr/bin/viewer -f %f");
+        QCOMPARE(control<QComboBox>("applicationComboBox_5")->currentText(), QStringLiteral("看图"));
+        control<QPushButton>("applyPushButton")->click();
+        restart();
+        QCOMPARE(control<QComboBox>("applicationComboBox_5")->count(), 2);
+        QCOMPARE(openMainSettings()->value("Scan_app_exec/1").toString(),
+                 QStringLiteral("/usr/bin/viewer -f %f"));
+        control<QComboBox>("applicationComboBox_5")->setCurrentIndex(0);
+        control<QPushButton>("deletePushButton_5")->click();
+        control<QPushButton>("applyPushButton")->click();
+        QCOMPARE(openMainSettings()->value("Scan_app/0").toString(), QStringLiteral("看图"));
+        QVERIFY(!openMainSettings()->contains("Scan_app/1"));
+    }
+
+    void unsafeTemplateNamesAreRefused()
+    {
+        m_window->newTemplate("a;rm x");
+        QVERIFY(status().contains(QStringLiteral("模板名称不能包含空格或特殊字符")));
+        QCOMPARE(control<QComboBox>("templateComboBox")->count(), 1);
+    }
+
+    void damagedSettingsStartWithDefaults()
+    {
+        m_window.reset();
+        QVERIFY(putFile(paths::mainSettings(), QByteArray("\0\1\2garbage", 10)));
+        restart();
+        QCOMPARE(control<QSlider>("gammaSlider_5")->value(), 120);
+        m_window.reset();
+        {
+            const auto file = openMainSettings();
+            file->setValue("Scan_Scan/lightness", "bright");
+            file->setValue("Scan_Scan/resolution", 99);
+        }
+        restart();
+        QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), 15);
+        QCOMPARE(control<QComboBox>("resolutionComboBox_5")->currentIndex(),
+                 control<QComboBox>("resolutionComboBox_5")->count() - 1);
+    }
+};
+
+QTEST_MAIN(TestWidget)
+#include "tst_widget.moc"
