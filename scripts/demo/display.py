@@ -56,6 +56,17 @@ class Display:
         self._xdotool("windowactivate", "--sync", window)
         self._xdotool("key", "--clearmodifiers", keys)
 
+    def active_window(self):
+        return self._xdotool("getactivewindow").strip()
+
+    def title(self, window):
+        return self._xdotool("getwindowname", window).strip()
+
+    def close(self, window):
+        """What the window's close button does."""
+        self._xdotool("windowactivate", "--sync", window)
+        self._xdotool("key", "--clearmodifiers", "alt+F4")
+
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self._env, timeout=30, check=True,
                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

@@ -154,8 +154,15 @@ class Session:
             raise SessionError(f"vscan {' '.join(verb)}: {result.stdout.strip()}")
         return result.stdout
 
+    def window_above(self):
+        """The window that has the focus: a dialog, a viewer, or the program's main window."""
+        return self.display.active_window()
+
     def press_scan(self):
-        """The scan shortcut, pressed again when the window was not ready for it yet."""
+        self.press_scan_with("ctrl+Return")
+
+    def press_scan_with(self, keys):
+        """A shortcut that starts a scan, pressed again when the window was not ready for it yet."""
         self.log.update()
         self._before = self._files()
         self._ended_before = self.log.batches_ended
@@ -164,7 +171,7 @@ class Session:
         for _ in range(5):
             window = self.window()
             if window:
-                self.display.press(window, "ctrl+Return")
+                self.display.press(window, keys)
             deadline = time.monotonic() + 3
             while time.monotonic() < deadline:
                 self.log.update()
