@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kStateBalloonMs = 120000;
 constexpr int kHintBalloonMs = 5000;
-constexpr int kDockMs = 500;
+constexpr int kDockMs = 800;
 
 } // namespace
 
@@ -77,7 +77,7 @@ void Widget::waitForTray(int milliseconds)
     m_tray->setVisible(true);
     // A balloon shown before the icon has its place would point to the corner of the screen.
     if (QSystemTrayIcon::isSystemTrayAvailable())
-        waitFor(kDockMs, [this] { return m_tray->geometry().isValid(); });
+        waitFor(kDockMs, [this] { return !m_tray->geometry().topLeft().isNull(); });
 }
 
 void Widget::setIcon(int index)
