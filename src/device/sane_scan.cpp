@@ -179,9 +179,10 @@ sane_scan::Next sane_scan::scanPage(int page, const std::string& filePrefix, San
     if (status == SaneStatus::Good || status == SaneStatus::Eof) {
         say("sane scan_it SANE_STATUS_GOOD   SANE_STATUS_EOF\n");
         keepPage(partPath, path);
-        if (m_onePage) // as an empty feeder would say it
-            status = SaneStatus::NoDocs;
-        return m_onePage ? Next::End : Next::Page;
+        if (!m_onePage || (m_askNextPage && m_askNextPage()))
+            return Next::Page;
+        status = SaneStatus::NoDocs; // as an empty feeder would say it
+        return Next::End;
     }
     noteFault(status);
     // The part file stays, whatever it holds. The device says at the next start whether it can go on.

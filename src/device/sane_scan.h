@@ -58,6 +58,10 @@ public:
     // Called with the number of each page whose scan has begun.
     void setPageStarted(std::function<void(int)> pageStarted) { m_pageStarted = std::move(pageStarted); }
 
+    // Asked after each page from the glass whether another one is to follow in this batch; without it a batch
+    // is one page. Called in the scanning thread, which waits for the answer.
+    void setAskNextPage(std::function<bool()> askNextPage) { m_askNextPage = std::move(askNextPage); }
+
 private:
     enum class Next
     {
@@ -84,4 +88,5 @@ private:
     bool m_onePage = false;     // the glass has no next page
     bool m_cannotWrite = false; // the disk took no more: further pages would be lost too
     std::function<void(int)> m_pageStarted;
+    std::function<bool()> m_askNextPage;
 };

@@ -10,6 +10,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QSemaphore>
 #include <atomic>
 
 namespace {
@@ -92,6 +93,8 @@ struct scanThread::Private
     std::unique_ptr<WaitClock> clock;
     std::atomic<Outcome> outcome{Outcome::NotRun};
     std::atomic<int> pages{0};
+    QSemaphore answers;
+    std::atomic<bool> another{false};
 };
 
 // Looks the scanner up afresh; false when there is none.
@@ -177,6 +180,30 @@ void scanThread::setScanParamaters(int resolution, int source, int paperSize, in
     cancelflag::clear(); // here and not in the thread: a cancel right after the start must not be lost
     d->session.main_scan_set_param(resolution, source, paperSize, imageType, colorMode, option9, rotation,
                                    edgeFill, option12, option13);
+}
+
+void scanThread::setContinuous(bool on)
+{
+    if (!on) {
+        d->session.setAskNextPage({});
+        return;
+    }
+    d->session.setAskNextPage([this] {
+        constexpr int sliceMs = 100;
+        d->answers.tryAcquire(d->answers.available());
+        emit nextPageAsked();
+        while (!d->answers.tryAcquire(1, sliceMs)) {
+            if (cancelflag::isSet())
+                return true; // the start of the next page ends the batch as cancelled
+        }
+        return d->another.load();
+    });
+}
+
+void scanThread::answerNextPage(bool another)
+{
+    d->another = another;
+    d->answers.release();
 }
 
 scanThread::Outcome scanThread::outcome() const

@@ -36,9 +36,16 @@ public:
     // Cancels a batch that still runs and waits for its end.
     ~scanThread() override;
 
-    // The ten scan parameters in the order of the device options; called before start(), not during a batch.
+    // The ten scan parameters in the order of the device options; called before every start(), not during a
+    // batch. Clears the cancel flag for the new batch.
     void setScanParamaters(int resolution, int source, int paperSize, int imageType, int colorMode,
                            int option9, int rotation, int edgeFill, int option12, int option13);
+
+    // On: after each page from the glass nextPageAsked() asks whether another one is to join the batch.
+    // Called before start().
+    void setContinuous(bool on);
+    // The answer to nextPageAsked(); from any thread.
+    void answerNextPage(bool another);
 
     Outcome outcome() const;
     // Complete page files of the last batch; also counts pages before a fault or a cancel.
@@ -50,6 +57,9 @@ signals:
 
     // The scan of this page, from 1, has begun.
     void pageStarted(int page);
+
+    // The batch waits for answerNextPage() or a cancel.
+    void nextPageAsked();
 
 protected:
     void run() override;

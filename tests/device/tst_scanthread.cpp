@@ -66,6 +66,7 @@ private slots:
     void faults();
     void cancelWhileBusy();
     void twoBatches();
+    void pagesFromTheGlassJoinOneBatch();
     void endsWithItsObject();
     void stateFile();
 
@@ -285,6 +286,32 @@ void TestScanThread::twoBatches()
 }
 
 // Closing the program in the middle of a page.
+void TestScanThread::pagesFromTheGlassJoinOneBatch()
+{
+    m_script.frames = {page(), page(), page(), page(), page()};
+    const auto thread = makeThread();
+    int asked = 0;
+    connect(
+        thread.get(), &scanThread::nextPageAsked, thread.get(), [&] { thread->answerNextPage(++asked < 3); },
+        Qt::DirectConnection);
+    thread->setContinuous(true);
+    run(*thread, 1);
+    QCOMPARE(thread->pagesScanned(), 3);
+    QCOMPARE(thread->outcome(), Outcome::Scanned);
+    thread->setContinuous(false);
+    run(*thread, 1);
+    QCOMPARE(thread->pagesScanned(), 1);
+
+    // Nobody answers: a cancel ends the waiting.
+    disconnect(thread.get(), &scanThread::nextPageAsked, nullptr, nullptr);
+    connect(
+        thread.get(), &scanThread::nextPageAsked, thread.get(), [] { cancelflag::set(); },
+        Qt::DirectConnection);
+    thread->setContinuous(true);
+    run(*thread, 1);
+    QCOMPARE(thread->outcome(), Outcome::Cancelled);
+}
+
 void TestScanThread::endsWithItsObject()
 {
     m_script.frames = {page()};
