@@ -21,16 +21,26 @@ bool write(int code)
     return false;
 }
 
-int read()
+bool read(int& code)
 {
+    code = -1;
     QFile file(paths::stateFile());
     if (!file.open(QIODevice::ReadOnly))
-        return -1;
+        return false;
     // Longer than any code: a damaged file is not read as a whole.
     const QByteArray line = file.readLine(32).trimmed();
     bool isNumber = false;
-    const int code = line.toInt(&isNumber);
-    return isNumber && code >= 0 ? code : -1;
+    const int number = line.toInt(&isNumber);
+    if (isNumber && number >= 0)
+        code = number;
+    return true;
+}
+
+int read()
+{
+    int code = -1;
+    read(code);
+    return code;
 }
 
 int pageCode(int page)

@@ -25,6 +25,7 @@ class CheckRooms(unittest.TestCase):
         self.assertEqual(self.faults({
             "config/paths.h": LICENCE + "#include <QString>\n",
             "device/sane.cpp": LICENCE + '#include "config/paths.h"\n#include <sane/sane.h>\n',
+            "device/readbtn.cpp": LICENCE + '#include "device/stateinfopanel.h"\n#include <QDialog>\n',
             "app/main.cpp": LICENCE + '#include "device/sane.h"\n#include <QWidget>\n'}), [])
 
     def test_each_fault_is_found(self):
@@ -32,6 +33,8 @@ class CheckRooms(unittest.TestCase):
             "config must not call app": {"config/a.cpp": LICENCE + '#include "app/b.h"\n', "app/b.h": LICENCE},
             "imaging has no widgets": {"imaging/a.h": LICENCE + "#include <QtWidgets/QLabel>\n"},
             "logic must not know a panel": {"pdf/a.cpp": LICENCE + '#include "pdf/pdfpanel.h"\n'},
+            "device has no widgets": {"device/usb.h": LICENCE + "#include <QLabel>\n"},
+            "device_core must not know device_ui": {"device/usb.cpp": LICENCE + '#include "device/readbtn.h"\n'},
             "included in 2 files": {"device/a.cpp": LICENCE + "#include <sane/sane.h>\n",
                                     "device/b.cpp": LICENCE + "# include <sane/sane.h>\n"},
             "names the install root": {"app/a.cpp": LICENCE + 'f("/opt/zarn/x");\n'},

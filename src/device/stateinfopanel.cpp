@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "device/stateinfopanel.h"
+
+#include "device/buttonwatch.h"
+#include "device/cancelflag.h"
+#include "device/statefile.h"
+#include "device/statetexts.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int windowWidth = 520, windowHeight = 260; // holds the longest text in the largest font below
+constexpr int iconSize = 48;
+constexpr int textPoints = 15;
+
+} // namespace
+
+stateInfoPanel::stateInfoPanel(QWidget* parent)
+    : QDialog(parent), m_icon(new QLabel(this)), m_label(new QLabel(this)), m_progress(new QProgressBar(this))
+{
+    setObjectName(QStringLiteral("stateInfoPanel"));
+    setWindowTitle(tr("扫描状态"));
+    setWindowModality(Qt::ApplicationModal);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setAttribute(Qt::WA_QuitOnClose, false); // the program lives in the tray
+    setFixedSize(windowWidth, windowHeight);
+
+    m_icon->setFixedSize(iconSize, iconSize);
+    m_label->setObjectName(QStringLiteral("textLabel"));
+    m_label->setWordWrap(true);
+    m_label->setTextFormat(Qt::PlainText); // texts come from outside
+    QFont large = m_label->font();
+    large.setPointSize(textPoints);
+    m_label->setFont(large);
+    m_label->setAccessibleName(tr("扫描状态"));
+    m_progress->setRange(0, 0);
+    m_progress->setTextVisible(false);
+    m_progress->setAccessibleName(tr("扫描进度"));
+
+    auto* message = new QHBoxLayout;
+    message->setSpacing(20);
+    message->addWidget(m_icon, 0, Qt::AlignVCenter);
+    message->addWidget(m_label, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(28, 24, 28, 20);
+    layout->setSpacing(16);
+    layout->addLayout(message, 1);
+    layout->addWidget(m_progress);
+    layout->addWidget(makeButtons());
+    setMode(Mode::Notice);
+}
+
+QWidget* stateInfoPanel::makeButtons()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
+    const auto add = [&](const char* name, const QString& text) {
+        auto* button = new QPushButton(text, row);
+        button->setObjectName(QLatin1String(name));
+        button->setMinimumSize(112, 36);
+        layout->addWidget(button);
+        return button;
+    };
+    m_continue = add("continueButton", tr("继续"));
+    m_finish = add("finishButton", tr("完成"));
+    m_cancel = add("cancelButton", tr("取消扫描"));
+    m_confirm = add("confirmButton", tr("确定"));
+    m_continue->setAccessibleDescription(tr("扫描同一批次的下一页"));
+    m_finish->setAccessibleDescription(tr("结束本批次扫描"));
+    m_cancel->setAccessibleDescription(tr("停止正在进行的扫描"));
+    connect(m_continue, &QPushButton::clicked, this, [this] { answer(true); });
+    connect(m_finish, &QPushButton::clicked, this, [this] { answer(false); });
+    connect(m_cancel, &QPushButton::clicked, this, &stateInfoPanel::cancel);
+    connect(m_confirm, &QPushButton::clicked, this, &stateInfoPanel::confirm);
+    return row;
+}
+
+void stateInfoPanel::setMode(Mode mode)
+{
+    m_mode = mode;
+    const bool running = mode == Mode::Batch || mode == Mode::Cancelling;
+    m_progress->setVisible(running);
+    m_confirm->setVisible(mode == Mode::Notice);
+    m_cancel->setVisible(running);
+    m_cancel->setEnabled(mode == Mode::Batch);
+    m_continue->setVisible(mode == Mode::Question);
+    m_finish->setVisible(mode == Mode::Question);
+    QPushButton* const usual = mode == Mode::Notice     ? m_confirm
+                               : mode == Mode::Question ? m_continue
+                                                        : m_cancel;
+    usual->setDefault(true);
+    usual->setFocus();
+    showText();
+}
+
+// The question and the answer to a cancel stand before what the scanner says.
+void stateInfoPanel::showText()
+{
+    QString shown = m_text;
+    if (m_mode == Mode::Question)
+        shown = tr("继续扫描下一页？");
+    else if (m_mode == Mode::Cancelling && m_text != state::text(state::Cancelled))
+        shown = tr("正在取消扫描，请稍候……");
+    m_label->setText(shown);
+    m_label->setAccessibleDescription(shown);
+
+    QStyle::StandardPixmap icon = QStyle::SP_MessageBoxInformation;
+    if (m_mode == Mode::Question)
+        icon = QStyle::SP_MessageBoxQuestion;
+    else if (state::isFaultText(shown) || shown == state::text(state::Busy))
+        icon = QStyle::SP_MessageBoxWarning;
+    m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(iconSize, iconSize));
+}
+
+void stateInfoPanel::setShowString(const QString& text)
+{
+    m_text = text;
+    showText();
+}
+
+QString stateInfoPanel::showString() const
+{
+    return m_text;
+}
+
+void stateInfoPanel::setButtonName(const QString& name)
+{
+    m_confirm->setText(name);
+}
+
+void stateInfoPanel::setButtonHide()
+{
+    m_batchRuns = true;
+    setMode(Mode::Batch);
+}
+
+bool stateInfoPanel::getButtonState() const
+{
+    return !m_confirm->isHidden();
+}
+
+void stateInfoPanel::closeWindow()
+{
+    if (m_mode == Mode::Question)
+        answer(false);
+    m_batchRuns = false;
+    setMode(Mode::Notice);
+    hide();
+}
+
+void stateInfoPanel::stateInfoPanelSlot(const QString& commandOrText)
+{
+    if (commandOrText == QLatin1String(panelcommand::HideButton)) {
+        setButtonHide();
+    } else if (commandOrText == QLatin1String(panelcommand::CloseWindow)) {
+        closeWindow();
+    } else if (commandOrText == QLatin1String(panelcommand::ShowWindow)) {
+        show();
+        raise();
+        activateWindow();
+    } else {
+        setShowString(commandOrText);
+        if (m_mode == Mode::Question)
+            return;
+        if (state::isFaultText(commandOrText))
+            setMode(Mode::Notice);
+        else if (m_batchRuns && m_mode == Mode::Notice)
+            setMode(Mode::Batch); // the fault is over and scanning goes on
+    }
+}
+
+void stateInfoPanel::askNextPage()
+{
+    setMode(Mode::Question);
+    stateInfoPanelSlot(QLatin1String(panelcommand::ShowWindow));
+}
+
+void stateInfoPanel::answer(bool another)
+{
+    setMode(m_batchRuns ? Mode::Batch : Mode::Notice);
+    emit nextPageAnswered(another);
+}
+
+void stateInfoPanel::cancel()
+{
+    if (m_mode != Mode::Batch)
+        return;
+    cancelflag::set();
+    setMode(Mode::Cancelling);
+    emit cancelRequested();
+}
+
+void stateInfoPanel::confirm()
+{
+    hide();
+    emit confirmed();
+}
+
+void stateInfoPanel::reject()
+{
+    switch (m_mode) {
+    case Mode::Notice:
+        confirm();
+        break;
+    case Mode::Batch:
+        cancel();
+        break;
+    case Mode::Cancelling:
+        hide(); // asked for twice
+        break;
+    case Mode::Question:
+        answer(false);
+        break;
+    }
+}
+
+// A closed window is gone at once, also while the cancel that it stands for takes its time.
+void stateInfoPanel::closeEvent(QCloseEvent* event)
+{
+    reject();
+    hide();
+    event->accept();
+}
