@@ -164,6 +164,8 @@ QWD200_KEY(noSleep);
 QWD200_KEY(sleep);
 QWD200_KEY(xiumian);
 QWD200_KEY(sleeptime);
+QWD200_KEY(rollerLimit); // counts at which a part is due for replacement
+QWD200_KEY(padLimit);
 
 // noise and threshold
 QWD200_KEY(noiseMode);

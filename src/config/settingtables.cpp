@@ -257,6 +257,8 @@ Settings wholeSet()
         flag(keys::sleep, true),
         flag(keys::xiumian, false),
         integer(keys::sleeptime, 15, 1, 1440), // minutes
+        integer(keys::rollerLimit, 60000, 1, 65535),
+        integer(keys::padLimit, 30000, 1, 65535),
     };
 }
 

@@ -33,6 +33,8 @@ void useChineseButtons(QDialogButtonBox* box)
         ok->setText(QCoreApplication::translate("dialogparts", "确定(&O)"));
     if (QPushButton* cancel = box->button(QDialogButtonBox::Cancel))
         cancel->setText(QCoreApplication::translate("dialogparts", "取消(&C)"));
+    if (QPushButton* apply = box->button(QDialogButtonBox::Apply))
+        apply->setText(QCoreApplication::translate("dialogparts", "应用(&A)"));
 }
 
 bool hasControlCharacters(const QString& text)
