@@ -35,15 +35,16 @@ void State::clear()
     m_faults.clear();
 }
 
-void State::pressCancel()
+bool State::pressCancel()
 {
     if (m_started == 0)
-        return;
+        return false;
     m_cancelled = true; // the next page is refused, too
     if (m_reading)
         interrupt(Status::Cancelled);
     m_inside.reset();
     m_backWaits = false;
+    return true;
 }
 
 Status State::open()
@@ -108,6 +109,8 @@ void State::pageDone()
     m_reading = false;
     m_interrupt.reset();
     ++m_pages;
+    if (m_wear)
+        m_wear->pageScanned();
     if (!m_backWaits)
         m_inside.reset();
 }
@@ -182,6 +185,8 @@ std::optional<Side> State::nextSide(Source source)
     }
     m_inside = std::move(m_feeder.front());
     m_feeder.pop_front();
+    if (m_wear)
+        m_wear->sheetFed();
     m_backWaits = source == Source::AdfDuplex;
     return source == Source::AdfBack ? Side{m_inside->back, m_inside->front}
                                      : Side{m_inside->front, m_inside->back};

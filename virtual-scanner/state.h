@@ -3,6 +3,7 @@
 
 #include "protocol.h"
 #include "settings.h"
+#include "wear.h"
 
 #include <deque>
 #include <optional>
@@ -57,7 +58,8 @@ public:
     void unplug();
     void replug() { m_plugged = true; }
     void clear();       // frees a jam, forgets ordered faults
-    void pressCancel(); // the device's clear key
+    bool pressCancel(); // the device's clear key; false when no scan runs that it could end
+    void countOn(Wear& wear) { m_wear = &wear; }
 
     // The client's side. A handle that lived through an unplug stays dead until it is closed.
     Status open();
@@ -90,6 +92,7 @@ private:
     void returnSheet();
     void endBatch();
 
+    Wear* m_wear = nullptr;
     std::deque<Sheet> m_feeder;
     std::string m_flatbed;
     std::vector<Fault> m_faults;

@@ -10,10 +10,12 @@ const char* const usage =
     "usage: vscan run [SCANNER...] -- COMMAND [ARGUMENT...]   start COMMAND with a scanner attached\n"
     "       vscan daemon [SCANNER...]                         the scanner alone; prints what to export\n"
     "       vscan VERB...                                     control the scanner at $VSCAN_SOCKET\n"
-    "scanner: --feeder DIR  --flatbed FILE  --speed real|fast  --dpi N  --model NAME  --sock PATH  --no-usb\n"
+    "scanner: --feeder DIR  --flatbed FILE  --speed real|fast  --dpi N  --model NAME  --sock PATH\n"
+    "         --no-usb  --exclusive\n"
     "verbs:   load DIR | empty | flatbed FILE | cover open|closed | busy N | jam-at PAGE [BYTES]\n"
-    "         error-at PAGE [BYTES] | no-docs-at PAGE [BYTES] | press 3 | pace MS_PER_MIB|real|fast\n"
-    "         unplug | replug | clear | status | log | model NAME\n";
+    "         error-at PAGE [BYTES] | no-docs-at PAGE [BYTES] | press KEY | pace MS_PER_MIB|real|fast\n"
+    "         unplug | replug | clear | status | log | model NAME\n"
+    "         counters [scan|roller|pad|standby=VALUE]... | usb FAULT...\n";
 
 namespace {
 
@@ -49,8 +51,10 @@ bool parseOption(const std::string& option, const std::string& value, Arguments&
 bool parseArguments(const Fields& words, bool withCommand, Arguments& arguments, std::string& error)
 {
     for (size_t i = 0; i < words.size(); ++i) {
-        if (words[i] == "--no-usb") // there is none yet; accepted for scripts that need none
+        if (words[i] == "--no-usb" || words[i] == "--exclusive") {
+            (words[i] == "--no-usb" ? arguments.usb : arguments.setup.exclusive) = words[i] == "--exclusive";
             continue;
+        }
         if (withCommand && (words[i] == "--" || words[i][0] != '-')) {
             arguments.command.assign(words.begin() + static_cast<long>(i) + (words[i] == "--"), words.end());
             break;

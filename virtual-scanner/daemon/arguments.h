@@ -15,6 +15,7 @@ struct Arguments
     ScannerSetup setup;
     std::string socket; // empty: a fresh one
     std::vector<std::string> command;
+    bool usb = true;
 };
 
 // The words after "run" or "daemon"; false with `error` set when they cannot be understood.

@@ -2,6 +2,7 @@
 // The commands that control the scanner: one table of words, each with the function that carries it out.
 
 #include "scanner.h"
+#include "usb/channelcommands.h"
 
 #include <array>
 #include <filesystem>
@@ -11,6 +12,7 @@ namespace vscan {
 
 namespace {
 constexpr int clearKey = 3; // of the keys on the case, the one that cancels
+constexpr size_t maxWords = 80;
 constexpr size_t maxLogText = 48 * 1024;
 } // namespace
 
@@ -67,13 +69,58 @@ struct Commands
         return true;
     }
 
+    static bool usbSide(const Scanner& scanner, std::string& text)
+    {
+        if (!scanner.m_usb)
+            text = "this scanner has no USB side";
+        return scanner.m_usb;
+    }
+
     static bool press(Scanner& scanner, const Fields& command, std::string& text)
     {
-        if (number(command, 1, 0) != clearKey) {
-            text = command[1] + ": only key 3 (clear) reaches the SANE side";
+        const long long key = number(command, 1, -1);
+        if (key < 0 || key > 255) {
+            text = command[1] + ": a key has a number from 0 to 255";
             return false;
         }
-        scanner.m_state.pressCancel();
+        if (key == clearKey && scanner.m_state.pressCancel())
+            return true;
+        if (!usbSide(scanner, text))
+            return key == clearKey; // which ends a scan, or does nothing
+        if (!scanner.m_state.plugged()) {
+            text = "the scanner is unplugged";
+            return false;
+        }
+        scanner.m_channel.press(static_cast<uint8_t>(key));
+        return true;
+    }
+
+    static bool usb(Scanner& scanner, const Fields& command, std::string& text)
+    {
+        return usbSide(scanner, text) && usbCommand(scanner.m_channel, command, text);
+    }
+
+    static bool unplug(Scanner& scanner, const Fields&, std::string&)
+    {
+        scanner.m_state.unplug();
+        if (scanner.m_usb)
+            scanner.m_usb->unplug();
+        return true;
+    }
+
+    static bool replug(Scanner& scanner, const Fields&, std::string& text)
+    {
+        scanner.m_state.replug();
+        if (!scanner.m_usb || scanner.m_usb->plug())
+            return true;
+        text = "the USB side cannot be plugged in";
+        return false;
+    }
+
+    static bool clear(Scanner& scanner, const Fields&, std::string&)
+    {
+        scanner.m_state.clear();
+        scanner.m_channel.clearFaults();
         return true;
     }
 
@@ -87,19 +134,9 @@ struct Commands
         return parse(command, 1, 0, scanner.m_msPerMiB, text);
     }
 
-    static bool showLog(Scanner& scanner, const Fields&, std::string& text)
+    static const std::array<Command, 18>& all()
     {
-        for (auto line = scanner.m_log.rbegin(); line != scanner.m_log.rend(); ++line) {
-            if (text.size() + line->size() > maxLogText)
-                break;
-            text = text.empty() ? *line : *line + "\n" + text;
-        }
-        return true;
-    }
-
-    static const std::array<Command, 16>& all()
-    {
-        static const std::array<Command, 16> commands{{
+        static const std::array<Command, 18> commands{{
             {"load", 1, 1, "DIR",
              [](Scanner& s, const Fields& c, std::string& t) { return s.load(c[1], t); }},
             {"empty", 0, 0, "",
@@ -114,21 +151,28 @@ struct Commands
              [](Scanner& s, const Fields& c, std::string& t) { return addFault(s, c, Status::IoError, t); }},
             {"no-docs-at", 1, 2, "PAGE [BYTES]",
              [](Scanner& s, const Fields& c, std::string& t) { return addFault(s, c, Status::NoDocs, t); }},
-            {"press", 1, 1, "3", press},
+            {"press", 1, 1, "KEY", press},
             {"pace", 1, 1, "MS_PER_MIB|real|fast", pace},
-            {"unplug", 0, 0, "",
-             [](Scanner& s, const Fields&, std::string&) { return s.m_state.unplug(), true; }},
-            {"replug", 0, 0, "",
-             [](Scanner& s, const Fields&, std::string&) { return s.m_state.replug(), true; }},
-            {"clear", 0, 0, "",
-             [](Scanner& s, const Fields&, std::string&) { return s.m_state.clear(), true; }},
+            {"unplug", 0, 0, "", unplug},
+            {"replug", 0, 0, "", replug},
+            {"clear", 0, 0, "", clear},
+            {"usb", 1, maxWords, "FAULT...", usb},
+            {"counters", 0, 4, "[scan|roller|pad|standby=VALUE]...",
+             [](Scanner& s, const Fields& c, std::string& t) { return countersCommand(s.m_wear, c, t); }},
             {"status", 0, 0, "",
              [](Scanner& s, const Fields&, std::string& t) { return t = s.statusText(), true; }},
-            {"log", 0, 0, "", showLog},
+            {"log", 0, 0, "",
+             [](Scanner& s, const Fields&, std::string& t) { return t = s.m_log.text(maxLogText), true; }},
             {"model", 1, 1, "NAME",
              [](Scanner& s, const Fields& c, std::string&) { return s.m_setup.model = c[1], true; }},
         }};
         return commands;
+    }
+
+    static void wakeUsb(const Scanner& scanner)
+    {
+        if (scanner.m_usb)
+            scanner.m_usb->wake();
     }
 
     static void logCommand(Scanner& scanner, const Fields& command)
@@ -151,8 +195,9 @@ Fields runCommand(Scanner& scanner, const Fields& command)
             return {invalid, "usage: vscan " + command[0] + " " + known.usage};
         std::string text;
         const bool done = known.handler(scanner, command, text);
-        if (command[0] != "status" && command[0] != "log")
+        if (command[0] != "status" && command[0] != "log" && command[0] != "counters")
             Commands::logCommand(scanner, command);
+        Commands::wakeUsb(scanner);
         return {done ? std::to_string(static_cast<int>(Status::Good)) : invalid, text};
     }
     std::string words;

@@ -4,6 +4,9 @@
 
 #include "arguments.h"
 #include "runner.h"
+#ifdef VSCAN_WITH_USB
+#include "usb/usb_device.h"
+#endif
 
 #include <cstdio>
 
@@ -48,5 +51,13 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "vscan: %s\n%s", error.c_str(), usage);
         return runnerFailed;
     }
+#ifdef VSCAN_WITH_USB
+    if (arguments.usb)
+        preloadSelf(argv, error);
+    if (!error.empty()) {
+        std::fprintf(stderr, "vscan: %s\n", error.c_str());
+        return runnerFailed;
+    }
+#endif
     return word == "run" ? runCommandWithScanner(arguments) : runDaemon(arguments);
 }

@@ -2,12 +2,16 @@
 #include "runner.h"
 
 #include "server.h"
+#ifdef VSCAN_WITH_USB
+#include "usb/usb_device.h"
+#endif
 
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <map>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 
@@ -88,25 +92,101 @@ std::map<std::string, std::string> clientEnvironment(const std::string& socket)
         {socketVariable, socket}, {"SANE_CONFIG_DIR", (home / "sane.d").string()}, {"LD_LIBRARY_PATH", path}};
 }
 
-bool prepare(const Arguments& arguments, Scanner& scanner, Server& server, SocketFolder& folder,
-             std::string& socket)
+// The scanner on its socket and, where it is built and wanted, at its USB port. The signals are blocked
+// before any thread exists, so that none of them gets one.
+class Machine
 {
-    socket = arguments.socket.empty() ? folder.make() : fs::absolute(arguments.socket).string();
+public:
+    bool start(const Arguments& arguments);
+    const Signals& signals() const { return m_signals; }
+    Server& server() { return m_server; }
+    std::map<std::string, std::string> clientVariables() const;
+    void restoreForClient() const; // what only this process needs
+
+private:
+    bool startUsb(const Arguments& arguments, std::string& error);
+
+    SocketFolder m_folder;
+    Signals m_signals;
+    Scanner m_scanner;
+    Server m_server{m_scanner};
+    std::string m_socket;
+    std::unique_ptr<UsbPort> m_usb;
+    rlimit m_formerFiles{RLIM_INFINITY, RLIM_INFINITY};
+};
+
+bool Machine::start(const Arguments& arguments)
+{
+    m_socket = arguments.socket.empty() ? m_folder.make() : fs::absolute(arguments.socket).string();
     std::string error;
-    if (scanner.setUp(arguments.setup, error) && server.listen(socket, error))
+    if (m_scanner.setUp(arguments.setup, error) && m_server.listen(m_socket, error) &&
+        startUsb(arguments, error))
         return true;
     std::fprintf(stderr, "vscan: %s\n", error.c_str());
     return false;
 }
 
-[[noreturn]] void becomeCommand(const Arguments& arguments, const std::string& socket, const Signals& signals,
-                                pid_t parent)
+#ifdef VSCAN_WITH_USB
+bool Machine::startUsb(const Arguments& arguments, std::string& error)
 {
-    signals.restore();
+    if (!arguments.usb)
+        return true;
+    getrlimit(RLIMIT_NOFILE, &m_formerFiles); // each time it is plugged in costs a few descriptors
+    const rlimit files{m_formerFiles.rlim_max, m_formerFiles.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &files);
+    m_usb = std::make_unique<UsbDevice>(m_scanner.channel(), UsbIdentity(),
+                                        [this] { return m_scanner.interfaceTaken(); });
+    if (!m_usb->plug()) {
+        error = "no USB device";
+        return false;
+    }
+    m_scanner.setUsb(m_usb.get());
+    return true;
+}
+
+std::map<std::string, std::string> Machine::clientVariables() const
+{
+    std::map<std::string, std::string> variables = clientEnvironment(m_socket);
+    if (m_usb)
+        for (const auto& variable : usbEnvironment())
+            variables.insert(variable);
+    return variables;
+}
+
+void Machine::restoreForClient() const
+{
+    m_signals.restore();
+    if (!m_usb)
+        return;
+    setrlimit(RLIMIT_NOFILE, &m_formerFiles);
+    unsetenv(preloadedVariable);
+}
+#else
+bool Machine::startUsb(const Arguments& arguments, std::string&)
+{
+    if (arguments.usb)
+        std::fprintf(stderr, "vscan: built without the USB side; only images are to be had (--no-usb)\n");
+    return true;
+}
+
+std::map<std::string, std::string> Machine::clientVariables() const
+{
+    return clientEnvironment(m_socket);
+}
+
+void Machine::restoreForClient() const
+{
+    m_signals.restore();
+}
+#endif
+
+[[noreturn]] void becomeCommand(const Arguments& arguments, const Machine& machine, pid_t parent)
+{
+    machine.restoreForClient();
     prctl(PR_SET_PDEATHSIG, SIGTERM); // whoever kills the scanner ends its client, too
     if (getppid() != parent)
         _exit(runnerFailed);
-    for (const auto& [name, value] : clientEnvironment(socket))
+    for (const auto& [name, value] : machine.clientVariables())
         setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> words;
     for (const std::string& word : arguments.command)
@@ -134,13 +214,9 @@ std::string shellQuoted(const std::string& text)
 
 int runCommandWithScanner(const Arguments& arguments)
 {
-    SocketFolder folder;
-    Scanner scanner;
-    Server server(scanner);
-    std::string socket;
-    if (!prepare(arguments, scanner, server, folder, socket))
+    Machine machine;
+    if (!machine.start(arguments))
         return runnerFailed;
-    const Signals signals;
     const pid_t self = getpid();
     const pid_t child = fork();
     if (child < 0) {
@@ -148,10 +224,10 @@ int runCommandWithScanner(const Arguments& arguments)
         return runnerFailed;
     }
     if (child == 0)
-        becomeCommand(arguments, socket, signals, self);
+        becomeCommand(arguments, machine, self);
     int status = 0;
-    server.run(signals.descriptor(), [&] {
-        while (const int signal = signals.take()) {
+    machine.server().run(machine.signals().descriptor(), [&] {
+        while (const int signal = machine.signals().take()) {
             if (signal != SIGCHLD && signal != SIGINT) // the terminal sends its own interrupt to the command
                 kill(child, signal);
         }
@@ -162,19 +238,15 @@ int runCommandWithScanner(const Arguments& arguments)
 
 int runDaemon(const Arguments& arguments)
 {
-    SocketFolder folder;
-    Scanner scanner;
-    Server server(scanner);
-    std::string socket;
-    if (!prepare(arguments, scanner, server, folder, socket))
+    Machine machine;
+    if (!machine.start(arguments))
         return runnerFailed;
-    const Signals signals;
-    for (const auto& [name, value] : clientEnvironment(socket))
+    for (const auto& [name, value] : machine.clientVariables())
         std::printf("export %s=%s\n", name.c_str(), shellQuoted(value).c_str());
     std::fflush(stdout);
-    server.run(signals.descriptor(), [&] {
+    machine.server().run(machine.signals().descriptor(), [&] {
         int signal;
-        while ((signal = signals.take()) == SIGCHLD) {
+        while ((signal = machine.signals().take()) == SIGCHLD) {
         }
         return signal != 0;
     });

@@ -6,7 +6,6 @@
 #include "picture.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
@@ -15,7 +14,6 @@ namespace vscan {
 
 namespace {
 
-constexpr size_t logLines = 300;
 constexpr double secondsPerSheet = 1.5; // 40 sheets a minute, up to 300 dpi
 
 Fields statusOnly(Status status)
@@ -77,11 +75,7 @@ Scanner::Answer Scanner::handleClient(const Fields& request, int client)
         if (m_state.plugged())
             answer.reply.push_back(m_setup.model);
     } else if (verb == verb::open) {
-        const Status status = m_state.open();
-        log("open: " + std::to_string(static_cast<int>(status)));
-        if (status == Status::Good)
-            m_owner = client;
-        answer.reply = statusOnly(status);
+        answer.reply = statusOnly(open(client));
     } else if (client != m_owner) {
         answer.reply = statusOnly(Status::Invalid);
     } else if (verb == verb::start) {
@@ -107,12 +101,26 @@ Scanner::Answer Scanner::handleClient(const Fields& request, int client)
     return answer;
 }
 
+Status Scanner::open(int client)
+{
+    const bool refused = m_setup.exclusive && m_state.plugged() && m_usb && m_usb->claimed();
+    const Status status = refused ? Status::DeviceBusy : m_state.open();
+    log("open: " + std::to_string(static_cast<int>(status)) +
+        (refused ? ", the USB interface is claimed" : ""));
+    if (status == Status::Good) {
+        m_owner = client;
+        m_opened = true;
+    }
+    return status;
+}
+
 void Scanner::disconnected(int client)
 {
     if (client != m_owner)
         return;
     m_state.close();
     m_owner = -1;
+    m_opened = false;
     log("close");
 }
 
@@ -203,18 +211,9 @@ std::string Scanner::statusText() const
     for (const Fault& fault : m_state.faults())
         text << "\nfault=" << static_cast<int>(fault.status) << " page " << fault.page << " byte "
              << fault.bytes;
+    text << "\nusb=" << (m_usb ? "yes" : "no") << "\nclaimed=" << (m_usb && m_usb->claimed() ? "yes" : "no")
+         << m_channel.statusText();
     return text.str();
-}
-
-void Scanner::log(const std::string& line)
-{
-    using namespace std::chrono;
-    static const auto began = steady_clock::now();
-    char stamp[32];
-    std::snprintf(stamp, sizeof stamp, "%10.3f ", duration<double>(steady_clock::now() - began).count());
-    m_log.push_back(stamp + line);
-    if (m_log.size() > logLines)
-        m_log.pop_front();
 }
 
 } // namespace vscan
