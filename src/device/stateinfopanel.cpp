@@ -169,13 +169,18 @@ void stateInfoPanel::stateInfoPanelSlot(const QString& commandOrText)
         activateWindow();
     } else {
         setShowString(commandOrText);
-        if (m_mode == Mode::Question)
-            return;
-        if (state::isFaultText(commandOrText))
-            setMode(Mode::Notice);
-        else if (m_batchRuns && m_mode == Mode::Notice)
-            setMode(Mode::Batch); // the fault is over and scanning goes on
+        if (m_mode != Mode::Question)
+            followText();
     }
+}
+
+// A fault has ended the batch or waits for the user; any other text says that it goes on.
+void stateInfoPanel::followText()
+{
+    if (state::isFaultText(m_text) || !m_batchRuns)
+        setMode(Mode::Notice);
+    else if (m_mode != Mode::Cancelling)
+        setMode(Mode::Batch);
 }
 
 void stateInfoPanel::askNextPage()
@@ -186,7 +191,8 @@ void stateInfoPanel::askNextPage()
 
 void stateInfoPanel::answer(bool another)
 {
-    setMode(m_batchRuns ? Mode::Batch : Mode::Notice);
+    m_mode = Mode::Batch;
+    followText();
     emit nextPageAnswered(another);
 }
 

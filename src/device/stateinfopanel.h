@@ -59,6 +59,7 @@ private:
     QWidget* makeButtons();
     void setMode(Mode mode);
     void showText();
+    void followText();
     void cancel();
     void confirm();
     void answer(bool another);
