@@ -26,7 +26,7 @@ ALLOWED = {
 }
 WITHOUT_WIDGETS = {"config", "imageconvert", "recognition", "output", "imaging", "device"}
 # The files of device/ that have windows; all others there are device_core.
-DEVICE_UI = {"readbtn", "stateinfopanel", "functionalapp"}
+DEVICE_UI = {"readbtn", "stateinfopanel", "statusicon", "functionalapp"}
 # Rooms with panels and logic: only panels may know panels.
 PANEL_ROOMS = {"pdf", "ocr"}
 SEAMS = ("sane/sane.h", "libusb.h", "libusb-1.0/libusb.h", "tesseract/baseapi.h")

@@ -6,6 +6,7 @@
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class StatusIcon;
 
 // The status window of a batch, in front of all other windows of the program: what the scanner does, a fault
 // until it is confirmed, the question for the next page. During a batch it offers to cancel. GUI thread.
@@ -67,7 +68,7 @@ private:
     Mode m_mode = Mode::Notice;
     bool m_batchRuns = false;
     QString m_text; // what the scanner or the program said last
-    QLabel* m_icon;
+    StatusIcon* m_icon;
     QLabel* m_label;
     QProgressBar* m_progress;
     QPushButton* m_confirm = nullptr;
