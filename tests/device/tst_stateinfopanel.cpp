@@ -245,7 +245,8 @@ void TestStateInfoPanel::keyToWindow()
     UsbScript usb;
     readBtn watcher(std::make_unique<ScriptedUsb>(usb), {1, 1, 1});
     QVector<int> codes;
-    connect(&watcher, &readBtn::buttonStateSignal, this, [&](int code) {
+    const QObject receiver; // queued codes end with it
+    connect(&watcher, &readBtn::buttonStateSignal, &receiver, [&](int code) {
         codes << code;
         if (code != 1)
             return;
