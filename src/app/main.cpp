@@ -2,6 +2,7 @@
 #include "app/singleinstance.h"
 #include "app/widget.h"
 #include "config/paths.h"
+#include "device/readbtn.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -50,7 +51,7 @@ int main(int argc, char* argv[])
     if (translator.load(paths::translation()))
         QApplication::installTranslator(&translator);
 
-    Widget window;
+    Widget window(std::make_unique<readBtn>());
     window.setWindowFlags(Qt::Dialog | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     window.show();
     return QApplication::exec();

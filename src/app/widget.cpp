@@ -10,7 +10,9 @@
 #include "config/settingtable.h"
 #include "config/templates.h"
 #include "device/cancelflag.h"
+#include "device/readbtn.h"
 #include "device/scanthread.h"
+#include "device/stateinfopanel.h"
 #include "forms/panels.h"
 #include "forms/scanpagelogic.h"
 #include "forms/scanpagesettings.h"
@@ -24,8 +26,9 @@
 #include <QMessageBox>
 #include <QScreen>
 
-Widget::Widget(int trayWaitMs, QWidget* parent)
-    : QWidget(parent), ui(std::make_unique<Ui::Widget>()), m_template(QLatin1String(defaultTemplate))
+Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::Widget>()), m_keys(std::move(keys)),
+      m_template(QLatin1String(defaultTemplate))
 {
     paths::ensureFolders();
     initializeIni();
@@ -52,6 +55,7 @@ Widget::Widget(int trayWaitMs, QWidget* parent)
     pdfConnection = 0;
     ocrConnection = 0;
     connectProgress();
+    startWatcher();
     showMessageOnWindow(1, tr("状态监视器启动"), tr("状态监视器启动成功！"));
 }
 
@@ -123,13 +127,28 @@ void Widget::restoreShellState()
 
 void Widget::connectProgress()
 {
+    connect(m_keys.get(), &readBtn::buttonStateSignal, this, &Widget::buttonStateSlots);
+    connect(this, &Widget::sendProcessMessg, m_keys.get(), &readBtn::dialogShowSlot);
     connect(this, &Widget::sendProcessMessg, this, &Widget::showProgress);
     for (TemplatePage* page : {m_scanPage.get(), m_filePage.get()}) {
+        connect(m_keys.get(), &readBtn::buttonStateSignal, page->pdf, &pdfpanel::scannerOnLineFlagslots);
+        connect(page->pdf, &pdfpanel::sendPDFProcessMessg, m_keys.get(), &readBtn::dialogShowSlot);
+        connect(page->ocr, &ocrpanel::sendOCRProcessMessg, m_keys.get(), &readBtn::dialogShowSlot);
         connect(page->pdf, &pdfpanel::sendPDFProcessMessg, this, &Widget::showProgress);
         connect(page->pdf, &pdfpanel::sendPDFProcessMessg, this, &Widget::scanProcressSlot);
         connect(page->ocr, &ocrpanel::sendOCRProcessMessg, this, &Widget::showProgress);
         connect(page->ocr, &ocrpanel::sendOCRProcessMessg, this, &Widget::scanProcressSlot);
     }
+}
+
+void Widget::startWatcher()
+{
+    connect(m_keys.get(), &readBtn::accessDeniedSignal, this, [this](bool denied) {
+        if (denied)
+            notice(tr("没有访问扫描仪的权限"));
+    });
+    connect(m_keys->panel(), &stateInfoPanel::cancelRequested, this, &Widget::showCancelling);
+    m_keys->start(QThread::InheritPriority);
 }
 
 TemplatePage& Widget::selectedPage() const

@@ -18,7 +18,9 @@ class QAction;
 class QMenu;
 class QProcess;
 class QSettings;
+class readBtn;
 class scanThread;
+class wholesetpanel;
 
 namespace Ui {
 class Widget;
@@ -30,8 +32,9 @@ class Widget : public QWidget
 {
     Q_OBJECT
 public:
-    // `trayWaitMs`: how long a session that is just starting may take to bring its tray up.
-    explicit Widget(int trayWaitMs = 4000, QWidget* parent = nullptr);
+    // Takes the watcher of the scanner's keys over and starts it. `trayWaitMs`: how long a session that is
+    // just starting may take to bring its tray up.
+    explicit Widget(std::unique_ptr<readBtn> keys, int trayWaitMs = 4000, QWidget* parent = nullptr);
     ~Widget() override;
 
     // Settings
@@ -161,6 +164,7 @@ private:
     void waitForTray(int milliseconds);
     void restoreShellState();
     void connectProgress();
+    void startWatcher();
     void selectPage(TemplatePage& page);
     void selectFunction(TemplatePage& page, int index);
     TemplatePage& selectedPage() const;
@@ -190,6 +194,7 @@ private:
     void showPreviews();
     void endJob();
     void cancelBatch();
+    void showCancelling();
     void sendProgress(const QString& text);
     void showProgress(const QString& text);
     void setScanControls(bool enabled);
@@ -202,6 +207,7 @@ private:
     std::unique_ptr<TemplatePage> m_filePage;
     TemplatePage* m_batchPage = nullptr;
     ImageConvertFunction m_library;
+    std::unique_ptr<readBtn> m_keys;
     scanThread* m_thread = nullptr;
     NoticeBoard m_notices;
     bool m_jobRunning = false;

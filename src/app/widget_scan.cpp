@@ -3,13 +3,16 @@
 #include "app/widget.h"
 
 #include "app/globals.h"
-#include "app/progresswords.h"
 #include "config/carryover.h"
 #include "config/leftovers.h"
+#include "config/progresswords.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "device/cancelflag.h"
+#include "device/readbtn.h"
 #include "device/scanthread.h"
+#include "device/statefile.h"
+#include "device/stateinfopanel.h"
 #include "forms/prefixdialog.h"
 #include "forms/previewwidget.h"
 #include "forms/scanpagelogic.h"
@@ -23,6 +26,7 @@
 #include "ui_widget.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
@@ -107,8 +111,12 @@ void Widget::startScan(TemplatePage& page, Function function)
     m_batchPage = &page;
     m_notices.clear();
     setScanControls(false);
+    state::write(state::Preparing); // the watcher must not see how the batch before ended
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
     sendProgress(tr("正在准备扫描"));
     if (!confirmPrefix(page)) {
+        state::write(state::Idle);
+        sendProgress(progress::kFinished);
         endJob();
         ui->statusLabel->setText(tr("取消扫描"));
         return;
@@ -135,6 +143,10 @@ void Widget::prepareThread()
         return;
     m_thread = new scanThread(this);
     connect(m_thread, &QThread::finished, this, &Widget::scanThreadEnded);
+    stateInfoPanel* panel = m_keys->panel();
+    connect(m_thread, &scanThread::nextPageAsked, panel, &stateInfoPanel::askNextPage);
+    connect(panel, &stateInfoPanel::nextPageAnswered, m_thread, &scanThread::answerNextPage,
+            Qt::DirectConnection);
     connect(m_thread, &scanThread::pageStarted, this,
             [this](int page) { sendProgress(tr("正在扫描第%1张图像").arg(page)); });
     scan = 1;
@@ -388,6 +400,7 @@ void Widget::showPreviews()
 void Widget::endJob()
 {
     m_jobRunning = false;
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Idle);
     m_preview = false;
     m_batchPage = nullptr;
     ui->progressBar->hide();
@@ -399,6 +412,11 @@ void Widget::endJob()
 void Widget::cancelBatch()
 {
     cancelflag::set();
+    showCancelling();
+}
+
+void Widget::showCancelling()
+{
     ui->cancelPushButton->setEnabled(false);
     ui->statusLabel->setText(tr("正在取消…"));
 }

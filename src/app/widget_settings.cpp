@@ -12,6 +12,8 @@
 #include "config/settingtable.h"
 #include "config/templates.h"
 #include "device/statefile.h"
+#include "device/stateinfopanel.h"
+#include "device/statetexts.h"
 #include "forms/append.h"
 #include "forms/rotateset.h"
 #include "forms/saveset.h"
@@ -163,11 +165,15 @@ void Widget::ScannerStateSlots()
     ScannerStateCheck();
 }
 
-// Shows the last state that the scanning side recorded.
+// A status window with the last state that the scanning side recorded.
 void Widget::ScannerStateCheck()
 {
-    const int code = state::read();
-    notice(code <= 0 ? tr("扫描仪空闲") : tr("扫描仪状态代码：%1").arg(code));
+    const QString text = state::text(state::read());
+    auto* panel = new stateInfoPanel(this);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setWindowModality(Qt::ApplicationModal);
+    panel->setShowString(text.isEmpty() ? tr("扫描仪空闲") : text);
+    panel->show();
 }
 
 void Widget::setRotateState()

@@ -13,6 +13,13 @@ public:
     // Not available yet: says so and ends the job.
     void scanButtonClicked();
 
+public slots:
+    // What the watcher of the scanner's keys reports: 4 off-line, 5 on-line.
+    void scannerOnLineFlagslots(int code);
+
 signals:
     void sendPDFProcessMessg(const QString& text);
+
+private:
+    bool m_online = false;
 };

@@ -4,6 +4,9 @@
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
 #include "config/templates.h"
+#include "device/readbtn.h"
+#include "device/scriptedusb.h"
+#include "device/stateinfopanel.h"
 #include "forms/panels.h"
 #include "ocr/ocrpanel.h"
 #include "pdf/pdfpanel.h"
@@ -30,6 +33,7 @@ class TestWidget : public QObject
     Q_OBJECT
 
 private:
+    UsbScript m_usb; // before the window, whose watcher uses it
     std::unique_ptr<Widget> m_window;
 
     template <typename Control>
@@ -50,8 +54,21 @@ private:
     void restart()
     {
         m_window.reset();
-        m_window = std::make_unique<Widget>(0);
+        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
+                                                                      ButtonWatch::Intervals{20, 20, 10}),
+                                            0);
         m_window->show();
+    }
+
+    void setPresent(bool present)
+    {
+        const std::lock_guard lock(m_usb.mutex);
+        m_usb.present = present;
+    }
+    void press(int code)
+    {
+        const std::lock_guard lock(m_usb.mutex);
+        m_usb.press(code);
     }
 
 private slots:
@@ -66,6 +83,7 @@ private slots:
     void init()
     {
         QVERIFY(freshRoot());
+        setPresent(true);
         restart();
     }
 
@@ -181,8 +199,6 @@ private slots:
             QVERIFY(status().contains(QStringLiteral("尚未提供")));
             QVERIFY(canScan());
         }
-        m_window->buttonStateSlots(2);
-        QVERIFY(canScan());
     }
 
     void controlWordsSwitchTheControls()
@@ -203,19 +219,35 @@ private slots:
     {
         auto* tray = m_window->findChild<QSystemTrayIcon*>();
         QVERIFY(tray);
-        QCOMPARE(tray->toolTip(), QStringLiteral("Ready"));
-        m_window->buttonStateSlots(4);
-        QVERIFY(!canScan());
+        QSignalSpy reports(m_window.get(), &Widget::windowIconChanged); // each message sets the icon anew
+        setPresent(false);
+        QTRY_VERIFY(!canScan());
         QCOMPARE(tray->toolTip(), QStringLiteral("Error"));
         QVERIFY(m_window->isMinimized() || !m_window->isVisible());
         m_window->showNormal();
-        m_window->buttonStateSlots(4); // a repeat does not hide what the user has brought back
+        QTest::qWait(150); // further reports do not hide what the user has brought back
         QVERIFY(m_window->isVisible() && !m_window->isMinimized());
-        m_window->buttonStateSlots(5);
-        QVERIFY(canScan());
+        setPresent(true);
+        QTRY_VERIFY(canScan());
         QCOMPARE(tray->toolTip(), QStringLiteral("Ready"));
-        m_window->buttonStateSlots(77); // a key without a function
+        QTest::qWait(150);
+        QCOMPARE(reports.count(), 2);
+        press(77); // a key without a function
+        QTest::qWait(100);
         QVERIFY(canScan());
+    }
+
+    void keysOfTheScannerStartTheirFunction()
+    {
+        QSignalSpy progress(m_window.get(), &Widget::sendProcessMessg);
+        press(1);
+        QTRY_VERIFY_WITH_TIMEOUT(progress.count() >= 2, 20000); // begun, and ended: SANE has no scanner
+        QCOMPARE(progress.value(0).value(0).toString(), QStringLiteral("正在准备扫描"));
+        QTRY_VERIFY(canScan());
+        QCOMPARE(status(), QStringLiteral("未找到扫描仪"));
+        press(2); // the PDF function of the file page
+        QTRY_VERIFY(status().contains(QStringLiteral("尚未提供")));
+        QTRY_VERIFY(canScan());
     }
 
     void trayMenuIsInOrderAndNeedsAScannerToShowTheWindow()
@@ -227,13 +259,13 @@ private slots:
         QCOMPARE(actions[1]->text(), QStringLiteral("显示窗体"));
         QVERIFY(actions[2]->isSeparator());
         QCOMPARE(actions[3]->text(), QStringLiteral("退出"));
-        m_window->buttonStateSlots(4);
-        QVERIFY(!actions[1]->isEnabled());
+        setPresent(false);
+        QTRY_VERIFY(!actions[1]->isEnabled());
         m_window->hide();
         m_window->iconActivated(QSystemTrayIcon::DoubleClick);
         QVERIFY(!m_window->isVisible());
-        m_window->buttonStateSlots(5);
-        QVERIFY(actions[1]->isEnabled());
+        setPresent(true);
+        QTRY_VERIFY(actions[1]->isEnabled());
         m_window->iconActivated(QSystemTrayIcon::DoubleClick);
         QVERIFY(m_window->isVisible());
     }
