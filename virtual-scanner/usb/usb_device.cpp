@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <linux/ioctl.h>
 #include <linux/usbdevice_fs.h>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -21,6 +22,8 @@ constexpr const char* preloadLibrary = "libumockdev-preload.so.0";
 constexpr int devicesPerBus = 127;
 constexpr int busses = 255;
 constexpr size_t setupLength = 8;
+constexpr int closingTries = 8; // for a claim of a client that has just closed the device
+constexpr int closingMs = 4;
 
 // What one ioctl is answered with.
 struct Result
@@ -61,7 +64,7 @@ public:
     {
         unplug();
         g_signal_handlers_disconnect_by_data(m_handler.get(), this);
-        const std::lock_guard lock(m_mutex);
+        m_testbed = {}; // ends its thread
         stopTimer();
     }
 
@@ -72,10 +75,14 @@ public:
 
 private:
     using Client = UMockdevIoctlClient;
+    struct Retry;
     using NodeOf = std::map<std::string, UsbNode>;
 
     static gboolean onIoctl(UMockdevIoctlBase*, Client* client, gpointer self);
     static gboolean onTimer(gpointer self);
+    static gboolean onRetry(gpointer retry);
+    void handle(Client* client, int triesLeft);
+    bool heldByOther(const UsbNode& node, Client* client) const;
     Result answer(UsbNode& node, Client* client);
     Result submit(UsbNode& node, Client* client);
     Result submitControl(UsbNode& node, Urb urb);
@@ -175,8 +182,16 @@ void UsbDevice::Testbed::wake()
 
 bool UsbDevice::Testbed::claimed() const
 {
-    const std::lock_guard lock(m_mutex);
-    return m_node && m_node->claimed();
+    for (int tries = closingTries;; --tries) {
+        {
+            const std::lock_guard lock(m_mutex);
+            if (!m_node || !m_node->claimed())
+                return false;
+        }
+        if (tries == 0)
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(closingMs)); // as in handle()
+    }
 }
 
 void UsbDevice::Testbed::stopTimer()
@@ -217,14 +232,53 @@ gboolean UsbDevice::Testbed::onIoctl(UMockdevIoctlBase*, Client* client, gpointe
     auto* testbed = static_cast<Testbed*>(self);
     const std::lock_guard lock(testbed->m_mutex);
     testbed->m_context = g_main_context_get_thread_default();
-    const auto node = testbed->m_nodes.find(umockdev_ioctl_client_get_devnode(client));
-    const Result result =
-        node == testbed->m_nodes.end() ? failed(ENODEV) : testbed->answer(node->second, client);
+    testbed->handle(client, closingTries);
+    return TRUE;
+}
+
+struct UsbDevice::Testbed::Retry
+{
+    Testbed* testbed;
+    GHandle<Client> client;
+    int triesLeft;
+};
+
+gboolean UsbDevice::Testbed::onRetry(gpointer retry)
+{
+    auto* again = static_cast<Retry*>(retry);
+    const std::lock_guard lock(again->testbed->m_mutex);
+    again->testbed->handle(again->client.get(), again->triesLeft);
+    return G_SOURCE_REMOVE;
+}
+
+// Whether the request needs the interface while another client has it.
+bool UsbDevice::Testbed::heldByOther(const UsbNode& node, Client* client) const
+{
+    const unsigned long request = umockdev_ioctl_client_get_request(client);
+    return (request == USBDEVFS_SUBMITURB || request == USBDEVFS_CLAIMINTERFACE ||
+            request == USBDEVFS_DISCONNECT_CLAIM) &&
+           node.claimedByOther(client);
+}
+
+void UsbDevice::Testbed::handle(Client* client, int triesLeft)
+{
+    const auto node = m_nodes.find(umockdev_ioctl_client_get_devnode(client));
+    if (node != m_nodes.end() && triesLeft > 0 && heldByOther(node->second, client)) {
+        // Its owner may have closed it a moment ago, which is heard of only now.
+        auto* retry =
+            new Retry{this, GHandle<Client>(static_cast<Client*>(g_object_ref(client))), triesLeft - 1};
+        GSource* source = g_timeout_source_new(closingMs);
+        g_source_set_callback(source, onRetry, retry,
+                              [](gpointer data) { delete static_cast<Retry*>(data); });
+        g_source_attach(source, m_context);
+        g_source_unref(source);
+        return;
+    }
+    const Result result = node == m_nodes.end() ? failed(ENODEV) : answer(node->second, client);
     umockdev_ioctl_client_complete(client, result.value, result.error);
     // Only now: a transfer of this very request must not be done before the request is.
-    if (node != testbed->m_nodes.end() && node->second.alive())
-        testbed->pump(node->second);
-    return TRUE;
+    if (node != m_nodes.end() && node->second.alive())
+        pump(node->second);
 }
 
 Result UsbDevice::Testbed::answer(UsbNode& node, Client* client)
@@ -309,7 +363,7 @@ Result UsbDevice::Testbed::detachDriver()
 Result UsbDevice::Testbed::submit(UsbNode& node, Client* client)
 {
     Urb urb;
-    urb.client = GHandle<Client>::shared(client);
+    urb.client = ClientHandle(client);
     urb.data = resolve(umockdev_ioctl_client_get_arg(client), 0, sizeof(usbdevfs_urb));
     if (!urb.data)
         return failed(EFAULT);

@@ -12,9 +12,10 @@ namespace {
 
 constexpr int pipeSize = 4096;
 
-bool connected(const GHandle<UMockdevIoctlClient>& client)
+bool connected(const ClientHandle& client)
 {
-    return client && umockdev_ioctl_client_get_connected(client.get());
+    const auto known = client.lock();
+    return known && umockdev_ioctl_client_get_connected(known.get());
 }
 
 } // namespace
@@ -97,7 +98,7 @@ std::optional<CommandChannel::Clock::time_point> UsbNode::nextDue(const CommandC
 bool UsbNode::discard(UMockdevIoctlClient* client, unsigned long address)
 {
     const auto urb = std::find_if(m_flying.begin(), m_flying.end(), [&](const Urb& flying) {
-        return flying.client.get() == client && flying.data.get()->client_addr == address;
+        return flying.client.lock().get() == client && flying.data.get()->client_addr == address;
     });
     if (urb == m_flying.end())
         return false;
@@ -108,7 +109,7 @@ bool UsbNode::discard(UMockdevIoctlClient* client, unsigned long address)
 GHandle<UMockdevIoctlData> UsbNode::reap(UMockdevIoctlClient* client)
 {
     const auto urb = std::find_if(m_done.begin(), m_done.end(),
-                                  [client](const Urb& done) { return done.client.get() == client; });
+                                  [client](const Urb& done) { return done.client.lock().get() == client; });
     GHandle<UMockdevIoctlData> data;
     if (urb != m_done.end()) {
         auto* shown = reinterpret_cast<usbdevfs_urb*>(urb->data.get()->data);
@@ -144,21 +145,21 @@ void UsbNode::dropLostClients()
     m_done.remove_if(lost);
     if (m_done.empty())
         showReady(false);
-    if (m_owner && !connected(m_owner))
+    if (!connected(m_owner))
         m_owner = {};
 }
 
 bool UsbNode::claim(UMockdevIoctlClient* client)
 {
     dropLostClients();
-    if (!m_owner)
-        m_owner = GHandle<UMockdevIoctlClient>::shared(client);
-    return m_owner.get() == client;
+    if (!m_owner.lock())
+        m_owner = ClientHandle(client);
+    return m_owner.lock().get() == client;
 }
 
 bool UsbNode::release(UMockdevIoctlClient* client)
 {
-    if (m_owner.get() != client)
+    if (m_owner.lock().get() != client)
         return false;
     m_owner = {};
     return true;
@@ -167,6 +168,11 @@ bool UsbNode::release(UMockdevIoctlClient* client)
 bool UsbNode::claimed() const
 {
     return connected(m_owner);
+}
+
+bool UsbNode::claimedByOther(UMockdevIoctlClient* client) const
+{
+    return claimed() && m_owner.lock().get() != client;
 }
 
 } // namespace vscan

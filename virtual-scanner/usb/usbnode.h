@@ -11,10 +11,13 @@
 
 namespace vscan {
 
+// An open device file of a client. Weak, since the testbed forgets without a word who dies in mid-request.
+using ClientHandle = GWeakHandle<UMockdevIoctlClient>;
+
 // A transfer that a client has submitted. The result is kept apart and written to the client when it asks.
 struct Urb
 {
-    GHandle<UMockdevIoctlClient> client;
+    ClientHandle client;
     GHandle<UMockdevIoctlData> data;   // struct usbdevfs_urb
     GHandle<UMockdevIoctlData> buffer; // what it points to; none for an empty transfer
     uint8_t endpoint = 0;
@@ -49,6 +52,7 @@ public:
     bool claim(UMockdevIoctlClient* client); // false: another client has it
     bool release(UMockdevIoctlClient* client);
     bool claimed() const;
+    bool claimedByOther(UMockdevIoctlClient* client) const;
 
 private:
     using Urbs = std::list<Urb>;
@@ -60,7 +64,7 @@ private:
     bool m_alive = true;
     Urbs m_flying;
     Urbs m_done;
-    GHandle<UMockdevIoctlClient> m_owner; // of the claimed interface
+    ClientHandle m_owner; // of the claimed interface
 };
 
 } // namespace vscan
