@@ -58,20 +58,35 @@ bool isUnavailable(int result)
     return result == usb_communicate::DeviceNotFound || result == usb_communicate::DeviceError;
 }
 
-// Marks a text as a warning by weight and colour; the colour keeps its distance from a dark background, too.
-void setAlarm(QWidget* widget, bool alarm)
+enum class Alarm
+{
+    None,
+    Soon,
+    Now,
+};
+
+// A warning is bold and coloured; the colours keep their distance from a dark background, too.
+void setAlarm(QWidget* widget, Alarm alarm)
 {
     QFont font = widget->font();
-    font.setBold(alarm);
+    font.setBold(alarm != Alarm::None);
     widget->setFont(font);
     QPalette palette;
-    if (alarm) {
+    if (alarm != Alarm::None) {
         const bool dark = palette.color(QPalette::Window).lightness() < 128;
         const QColor red = dark ? QColor(255, 130, 120) : QColor(178, 24, 24);
-        palette.setColor(QPalette::WindowText, red);
-        palette.setColor(QPalette::Highlight, red);
+        const QColor amber = dark ? QColor(255, 190, 90) : QColor(138, 78, 0);
+        palette.setColor(QPalette::WindowText, alarm == Alarm::Now ? red : amber);
+        palette.setColor(QPalette::Highlight, QColor(178, 24, 24));
     }
     widget->setPalette(palette);
+}
+
+// The tabs do not ask their pages how high a wrapped text gets.
+void fitHeight(QWidget* page)
+{
+    constexpr int width = 560;
+    page->setMinimumSize(width, page->layout()->heightForWidth(width));
 }
 
 } // namespace
@@ -85,6 +100,8 @@ FunctionalApp::FunctionalApp(MakeChannel makeChannel, QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::FunctionalApp>()), m_makeChannel(std::move(makeChannel))
 {
     m_ui->setupUi(this);
+    fitHeight(m_ui->standbyTab);
+    fitHeight(m_ui->counterTab);
     setUpCounters();
     connect(m_ui->sleepOrCount, &QTabWidget::currentChanged, this, &FunctionalApp::readWhenShown);
     connect(m_ui->sleeptime, QOverload<int>::of(&QSpinBox::valueChanged), this, &FunctionalApp::showStandby);
@@ -123,6 +140,7 @@ bool FunctionalApp::exchange(const Work& work)
     const QPointer<QWidget> focused = focusWidget();
     m_exchanging = true;
     enableButtons();
+    const QPointer<QWidget> waiting = focusWidget(); // a disabled button hands the focus on
     showStatus(tr("正在与扫描仪通信…"), true);
     emit exchangeStarted();
 
@@ -143,7 +161,7 @@ bool FunctionalApp::exchange(const Work& work)
     m_accessDenied = denied;
     m_exchanging = false;
     enableButtons();
-    if (focused && !focusWidget())
+    if (focused && focused->isVisible() && focusWidget() == waiting)
         focused->setFocus();
     emit exchangeEnded();
     return true;
@@ -246,8 +264,9 @@ void FunctionalApp::showWear(const CounterControls& controls)
     else if (wear == Wear::DueSoon)
         hint = tr("⚠ 即将需要更换");
     controls.hint->setText(hint);
-    setAlarm(controls.hint, wear != Wear::Fine);
-    setAlarm(controls.bar, wear == Wear::Due);
+    const bool due = wear == Wear::Due;
+    setAlarm(controls.hint, due ? Alarm::Now : wear == Wear::DueSoon ? Alarm::Soon : Alarm::None);
+    setAlarm(controls.bar, due ? Alarm::Now : Alarm::None);
 }
 
 void FunctionalApp::reset(Counter counter)
@@ -392,7 +411,7 @@ void FunctionalApp::showConnectionError()
 void FunctionalApp::showStatus(const QString& text, bool good)
 {
     m_ui->statusLabel->setText(text);
-    setAlarm(m_ui->statusLabel, !good);
+    setAlarm(m_ui->statusLabel, good ? Alarm::None : Alarm::Now);
 }
 
 // Settings

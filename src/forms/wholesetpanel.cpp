@@ -32,6 +32,9 @@ wholesetpanel::wholesetpanel(QWidget* parent) : QDialog(parent), m_ui(std::make_
     m_ui->setupUi(this);
     for (QLabel* label : findChildren<QLabel*>(QRegularExpression(QStringLiteral("[hH]elpLabel$"))))
         dialogparts::styleHelp(label);
+    // the tabs do not ask their pages how high a wrapped text gets
+    constexpr int width = 600;
+    m_ui->processingTab->setMinimumSize(width, m_ui->processingTab->layout()->heightForWidth(width));
     dialogparts::useChineseButtons(m_ui->buttonBox);
     dialogparts::showMessage(m_ui->messageLabel, QString());
     bindControls();
