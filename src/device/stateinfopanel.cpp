@@ -84,6 +84,7 @@ QWidget* stateInfoPanel::makeButtons()
     m_continue->setAccessibleDescription(tr("扫描同一批次的下一页"));
     m_finish->setAccessibleDescription(tr("结束本批次扫描"));
     m_cancel->setAccessibleDescription(tr("停止正在进行的扫描"));
+    m_cancel->setAutoDefault(false);
     connect(m_continue, &QPushButton::clicked, this, [this] { answer(true); });
     connect(m_finish, &QPushButton::clicked, this, [this] { answer(false); });
     connect(m_cancel, &QPushButton::clicked, this, &stateInfoPanel::cancel);
@@ -101,11 +102,14 @@ void stateInfoPanel::setMode(Mode mode)
     m_cancel->setEnabled(mode == Mode::Batch);
     m_continue->setVisible(mode == Mode::Question);
     m_finish->setVisible(mode == Mode::Question);
-    QPushButton* const usual = mode == Mode::Notice     ? m_confirm
-                               : mode == Mode::Question ? m_continue
-                                                        : m_cancel;
-    usual->setDefault(true);
-    usual->setFocus();
+    // Enter or a blank meant for another window must not cancel: that takes Esc, Tab or the mouse.
+    if (running) {
+        setFocus();
+    } else {
+        QPushButton* const usual = mode == Mode::Question ? m_continue : m_confirm;
+        usual->setDefault(true);
+        usual->setFocus();
+    }
     showText();
 }
 

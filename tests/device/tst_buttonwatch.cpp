@@ -62,7 +62,9 @@ private:
     List copy(const List& list) const
     {
         const std::lock_guard lock(m_mutex);
-        return list;
+        List own = list;
+        own.detach(); // shares nothing with the other thread
+        return own;
     }
 
     mutable std::mutex m_mutex;
