@@ -71,7 +71,20 @@ give_to_user() {
     "${AS_USER[@]}" test -w "$SAVE_FOLDER" || say "note: $SAVE_FOLDER belongs to someone else; choose another save folder in the program"
 }
 
+# Lets the user at the seat open the scanner's USB device; without udev (a container) there is nothing to do.
+install_udev_rule() {
+    local rule=/etc/udev/rules.d/60-qwd200.rules
+    [[ -d /etc/udev ]] || return 0
+    cmp -s packaging/60-qwd200.rules "$rule" && return 0
+    as_root install -D -m 644 packaging/60-qwd200.rules "$rule"
+    if command -v udevadm >/dev/null && [[ -S /run/udev/control ]]; then
+        as_root udevadm control --reload
+        as_root udevadm trigger --subsystem-match=usb --attr-match=idVendor=$SCANNER_VENDOR
+    fi
+}
+
 install_program() {
+    install_udev_rule
     if is_installed; then
         return
     fi

@@ -29,7 +29,10 @@ def run(session, options):
     session.start_program()
     for verb in options.vscan:
         session.vscan(*verb.split())
-    session.press_scan()
+    if options.click:
+        session.press_scan()
+    else:
+        session.press_key(options.key)
     try:
         seconds = session.wait_for_end(options.timeout)
     except TimedOut:

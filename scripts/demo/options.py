@@ -33,10 +33,17 @@ def parse(arguments):
                         help="put a key into QWD200.conf before the start")
     parser.add_argument("--path-set", metavar="GROUP/KEY=VALUE", action="append", default=[], type=_assignment,
                         help="put a key into QWD200_path.conf before the start")
+    start = parser.add_mutually_exclusive_group()
+    start.add_argument("--key", metavar="N", type=int, choices=range(1, 10),
+                       help="press this key of the scanner (2 for the PDF function, else 1)")
+    start.add_argument("--click", action="store_true", help="start with the window's scan button instead")
     parser.add_argument("--out", metavar="DIR", help="save folder (default: below the build folder)")
     parser.add_argument("--timeout", metavar="S", type=_seconds, default=300.0, help="seconds for the batch (300)")
     tests = parser.add_argument_group("for tests")
     tests.add_argument("--build", metavar="DIR", default="build", help="the build folder to take the programs from")
     tests.add_argument("--vscan", metavar="VERB", action="append", default=[],
                        help='tell the virtual scanner something before the start, for example "jam-at 2"')
-    return parser.parse_args(arguments)
+    options = parser.parse_args(arguments)
+    if options.key is None:
+        options.key = 2 if options.function == "pdf" else 1
+    return options

@@ -158,24 +158,36 @@ class Session:
         """The window that has the focus: a dialog, a viewer, or the program's main window."""
         return self.display.active_window()
 
+    def press_key(self, code):
+        """A key of the scanner; the program notices it within its poll interval."""
+        progress_before = self._begin_batch()
+        self.vscan("press", str(code))
+        self.wait_until(lambda: self._progress_count() > progress_before, 20, "the scanner's key had no effect")
+
     def press_scan(self):
         self.press_scan_with("ctrl+Return")
 
-    def press_scan_with(self, keys):
-        """A shortcut that starts a scan, pressed again when the window was not ready for it yet."""
+    def _begin_batch(self):
         self.log.update()
         self._before = self._files()
         self._ended_before = self.log.batches_ended
-        progress_before = len(self.log.texts("progress"))
         self._pressed = time.monotonic()
+        return len(self.log.texts("progress"))
+
+    def _progress_count(self):
+        self.log.update()
+        return len(self.log.texts("progress"))
+
+    def press_scan_with(self, keys):
+        """A shortcut that starts a scan, pressed again when the window was not ready for it yet."""
+        progress_before = self._begin_batch()
         for _ in range(5):
             window = self.window()
             if window:
                 self.display.press(window, keys)
             deadline = time.monotonic() + 3
             while time.monotonic() < deadline:
-                self.log.update()
-                if len(self.log.texts("progress")) > progress_before:
+                if self._progress_count() > progress_before:
                     return
                 time.sleep(0.02)
             self._pressed = time.monotonic()

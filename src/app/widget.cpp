@@ -10,12 +10,14 @@
 #include "config/settingtable.h"
 #include "config/templates.h"
 #include "device/cancelflag.h"
+#include "device/functionalapp.h"
 #include "device/readbtn.h"
 #include "device/scanthread.h"
 #include "device/stateinfopanel.h"
 #include "forms/panels.h"
 #include "forms/scanpagelogic.h"
 #include "forms/scanpagesettings.h"
+#include "forms/wholesetpanel.h"
 #include "ocr/ocrpanel.h"
 #include "pdf/pdfpanel.h"
 #include "ui_widget.h"
@@ -47,6 +49,7 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
 
     createFunctionPanels(*m_scanPage);
     createFunctionPanels(*m_filePage);
+    createWholeSet();
     restoreShellState();
     scanReadIni();
 
@@ -108,6 +111,16 @@ void Widget::createFunctionPanels(TemplatePage& page)
     }
 }
 
+void Widget::createWholeSet()
+{
+    m_wholeSet = std::make_unique<wholesetpanel>();
+    m_maintenance = new FunctionalApp;
+    m_wholeSet->addMaintenancePage(m_maintenance);
+    m_wholeSet->readIni();
+    connect(m_wholeSet.get(), &wholesetpanel::getAndSetFunctionalSignals, m_keys.get(),
+            &readBtn::getAndSetFunctionSlot);
+}
+
 void Widget::restoreShellState()
 {
     const auto file = openMainSettings();
@@ -166,6 +179,7 @@ void Widget::selectPage(TemplatePage& page)
 {
     const bool scanPage = page.isScanPage;
     ScanorFile = scanPage ? 0 : 1;
+    m_wholeSet->changeScanTypeState(scanPage ? 2 : 0);
     ui->scanPushButton->setChecked(scanPage);
     ui->filePushButton->setChecked(!scanPage);
     for (QWidget* widget :

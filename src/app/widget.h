@@ -18,6 +18,7 @@ class QAction;
 class QMenu;
 class QProcess;
 class QSettings;
+class FunctionalApp;
 class readBtn;
 class scanThread;
 class wholesetpanel;
@@ -164,6 +165,7 @@ private:
     void waitForTray(int milliseconds);
     void restoreShellState();
     void connectProgress();
+    void createWholeSet();
     void startWatcher();
     void selectPage(TemplatePage& page);
     void selectFunction(TemplatePage& page, int index);
@@ -208,6 +210,8 @@ private:
     TemplatePage* m_batchPage = nullptr;
     ImageConvertFunction m_library;
     std::unique_ptr<readBtn> m_keys;
+    std::unique_ptr<wholesetpanel> m_wholeSet;
+    FunctionalApp* m_maintenance = nullptr; // belongs to m_wholeSet
     scanThread* m_thread = nullptr;
     NoticeBoard m_notices;
     bool m_jobRunning = false;

@@ -9,6 +9,7 @@
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "device/cancelflag.h"
+#include "device/functionalapp.h"
 #include "device/readbtn.h"
 #include "device/scanthread.h"
 #include "device/statefile.h"
@@ -113,6 +114,7 @@ void Widget::startScan(TemplatePage& page, Function function)
     setScanControls(false);
     state::write(state::Preparing); // the watcher must not see how the batch before ended
     m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
+    m_maintenance->setScanRunning(true);
     sendProgress(tr("正在准备扫描"));
     if (!confirmPrefix(page)) {
         state::write(state::Idle);
@@ -401,6 +403,7 @@ void Widget::endJob()
 {
     m_jobRunning = false;
     m_keys->getAndSetFunctionSlot(ButtonWatch::Idle);
+    m_maintenance->setScanRunning(false);
     m_preview = false;
     m_batchPage = nullptr;
     ui->progressBar->hide();

@@ -18,6 +18,7 @@
 #include "forms/rotateset.h"
 #include "forms/saveset.h"
 #include "forms/scanpagelogic.h"
+#include "forms/wholesetpanel.h"
 #include "ui_widget.h"
 
 #include <QDebug>
@@ -107,10 +108,15 @@ void Widget::newTemplate(const QString& name)
 void Widget::on_saveBtn_clicked() {}
 void Widget::on_loadBtn_clicked() {}
 void Widget::on_delBtn_clicked() {}
-void Widget::on_wholesetPushButton_clicked() {}
 void Widget::on_setPushButton_5_clicked() {}
 void Widget::on_setPushButton_clicked() {}
 void Widget::on_morePushButton_5_clicked() {}
+
+void Widget::on_wholesetPushButton_clicked()
+{
+    m_wholeSet->readIni();
+    m_wholeSet->exec();
+}
 
 void Widget::on_applyPushButton_clicked()
 {

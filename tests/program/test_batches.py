@@ -93,17 +93,30 @@ class Batches(ProgramTest):
         self.assertEqual(self.page_files(session), [])
 
     def test_closing_during_a_batch_asks_first(self):
-        session = self.started(self.feeder(4), speed="real")
-        session.press_scan()
-        session.wait_for_progress("正在扫描第2张图像", 30)
+        session = self.started(self.feeder(9), ("autoCut", "true"), ("autoRight", "true"))
         main = session.window()
-        session.display.close(main)
-        session.wait_until(lambda: session.window_above() != main, 10, "no question appeared")
+
+        def close_while_pages_are_processed():
+            seen = len(session.log.texts("progress"))
+            session.wait_until(lambda: any("正在处理" in text for text in self.later(session, seen)), 30, "no page processed")
+            session.display.close(main)
+            session.wait_until(lambda: session.window_above() not in ("", main), 10, "no question appeared")
+
+        session.press_scan()
+        close_while_pages_are_processed()
         session.display.press(session.window_above(), "Escape")  # no: the batch goes on
         session.wait_for_end(60)
-        self.assertEqual(len(session.new_files()), 4)
-        session.display.close(session.window())
-        session.scanner.wait(20)
+        self.assertEqual(len(session.new_files()), 9)
+        session.vscan("load", session.feeder)
+        session.press_scan()
+        close_while_pages_are_processed()
+        session.display.press(session.window_above(), "alt+y")
+        self.assertEqual(session.scanner.wait(20), 0)
+        self.assertEqual(len(session.new_files()) + len(self.page_files(session)), 9)  # nothing is lost
+
+    def later(self, session, seen):
+        session.log.update()
+        return session.log.texts("progress")[seen:]
 
 
 if __name__ == "__main__":
