@@ -50,14 +50,15 @@ scan sh -c '"$0" frobnicate' "$vscan"
 check "unknown verb" 4 $?
 
 # Whoever kills the runner ends its client.
-"$vscan" run --sock "/tmp/vscan-smoke-$$" -- sh -c 'echo $$ > child.pid; exec sleep 60' &
+mkdir "/tmp/vscan-smoke-$$"
+"$vscan" run --sock "/tmp/vscan-smoke-$$/socket" -- sh -c 'echo $$ > child.pid; exec sleep 60' &
 runner=$!
 for _ in 1 2 3 4 5 6 7 8 9 10; do [ -s child.pid ] && break; sleep 0.2; done
 kill -9 $runner
 wait $runner 2>/dev/null
 for _ in 1 2 3 4 5 6 7 8 9 10; do kill -0 "$(cat child.pid)" 2>/dev/null || break; sleep 0.2; done
 check "client of a killed runner" gone "$(kill -0 "$(cat child.pid)" 2>/dev/null && echo there || echo gone)"
-rm -f "/tmp/vscan-smoke-$$" # a killed runner cannot remove its socket
+rm -rf "/tmp/vscan-smoke-$$" # a killed runner cannot remove its socket
 
 [ $failures = 0 ] && echo "all passed"
 exit $failures

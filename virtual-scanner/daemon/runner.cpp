@@ -135,6 +135,7 @@ bool Machine::startUsb(const Arguments& arguments, std::string& error)
     const rlimit files{m_formerFiles.rlim_max, m_formerFiles.rlim_max};
     setrlimit(RLIMIT_NOFILE, &files);
     m_usb = std::make_unique<UsbDevice>(m_scanner.channel(), UsbIdentity(),
+                                        fs::path(m_socket).parent_path().string(),
                                         [this] { return m_scanner.interfaceTaken(); });
     if (!m_usb->plug()) {
         error = "no USB device";

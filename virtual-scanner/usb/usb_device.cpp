@@ -22,7 +22,8 @@ constexpr const char* preloadLibrary = "libumockdev-preload.so.0";
 constexpr int devicesPerBus = 127;
 constexpr int busses = 255;
 constexpr size_t setupLength = 8;
-constexpr int closingTries = 8; // for a claim of a client that has just closed the device
+constexpr size_t longestFolder = 50; // 107 less what the testbed adds for its sockets
+constexpr int closingTries = 8;      // for a claim of a client that has just closed the device
 constexpr int closingMs = 4;
 
 // What one ioctl is answered with.
@@ -35,6 +36,21 @@ struct Result
 Result failed(int error)
 {
     return {-1, error};
+}
+
+// The testbed takes its place from the environment only.
+GHandle<UMockdevTestbed> newTestbed(const std::string& folder)
+{
+    const char* set = std::getenv("TMPDIR");
+    const std::string former = set ? set : "";
+    if (folder.size() <= longestFolder)
+        setenv("TMPDIR", folder.c_str(), 1);
+    GHandle<UMockdevTestbed> testbed(umockdev_testbed_new());
+    if (set)
+        setenv("TMPDIR", former.c_str(), 1);
+    else
+        unsetenv("TMPDIR");
+    return testbed;
 }
 
 // The memory that a request's argument points to in the client; written back when it completes.
@@ -54,9 +70,10 @@ T* as(const GHandle<UMockdevIoctlData>& data)
 class UsbDevice::Testbed
 {
 public:
-    Testbed(CommandChannel& channel, UsbIdentity identity, std::function<bool()> refused)
+    Testbed(CommandChannel& channel, UsbIdentity identity, const std::string& folder,
+            std::function<bool()> refused)
         : m_channel(channel), m_identity(std::move(identity)), m_refused(std::move(refused)),
-          m_testbed(umockdev_testbed_new()), m_handler(umockdev_ioctl_base_new())
+          m_testbed(newTestbed(folder)), m_handler(umockdev_ioctl_base_new())
     {
         g_signal_connect(m_handler.get(), "handle-ioctl", G_CALLBACK(onIoctl), this);
     }
@@ -427,8 +444,9 @@ Result UsbDevice::Testbed::reap(UsbNode& node, Client* client)
     return {};
 }
 
-UsbDevice::UsbDevice(CommandChannel& channel, UsbIdentity identity, std::function<bool()> refused)
-    : m_testbed(std::make_unique<Testbed>(channel, std::move(identity), std::move(refused)))
+UsbDevice::UsbDevice(CommandChannel& channel, UsbIdentity identity, const std::string& folder,
+                     std::function<bool()> refused)
+    : m_testbed(std::make_unique<Testbed>(channel, std::move(identity), folder, std::move(refused)))
 {
 }
 

@@ -19,8 +19,11 @@ namespace vscan {
 class UsbDevice : public UsbPort
 {
 public:
-    // `refused` is asked, from any thread, whether something else holds the interface.
-    UsbDevice(CommandChannel& channel, UsbIdentity identity, std::function<bool()> refused);
+    // `refused` is asked, from any thread, whether something else holds the interface. The device files lie
+    // in a new folder below `folder`, so that whoever clears that away takes along what a killed process
+    // left; in the system's folder for temporary files when its path is too long for the sockets there.
+    UsbDevice(CommandChannel& channel, UsbIdentity identity, const std::string& folder,
+              std::function<bool()> refused);
     ~UsbDevice() override;
 
     bool plug() override;
