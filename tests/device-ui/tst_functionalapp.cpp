@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
+#include "counterreplies.h"
 #include "device/functionalapp.h"
-#include "device/scriptedusb.h"
 #include "device/usb_communicate.h"
 #include "forms-dialogs/driving.h"
 #include "forms/wholesetpanel.h"
@@ -16,14 +16,6 @@
 #include <QTabWidget>
 
 namespace {
-
-QByteArray counterReply(int value)
-{
-    QByteArray reply(64, 0);
-    reply[8] = char(value & 0xFF);
-    reply[9] = char(value >> 8);
-    return reply;
-}
 
 // A device that keeps the program waiting until the gate is opened.
 class SlowUsb : public ScriptedUsb
@@ -76,14 +68,7 @@ private:
         for (int count : counts)
             m_script.replies.push_back({UsbStatus::Good, counterReply(count)});
     }
-    QList<QByteArray> sent() const
-    {
-        QList<QByteArray> frames;
-        for (const auto& transfer : m_script.transfers)
-            if (transfer.endpoint == 0x02)
-                frames << transfer.bytes.toHex(' ');
-        return frames;
-    }
+    QList<QByteArray> sent() const { return sentFrames(m_script); }
     static QString field(const FunctionalApp& page, const char* name)
     {
         const auto* edit = control<QLineEdit>(page, name);
@@ -161,7 +146,7 @@ void FunctionalAppTest::failedReads()
     FunctionalApp page(channel());
     answer({100, 200, 300});
     page.getScannerPrimiters();
-    m_script.replies = {{UsbStatus::Good, counterReply(111).left(63)}, // short: stays as it is
+    m_script.replies = {{UsbStatus::Good, counterReply(111, 63)}, // short: stays as it is
                         {UsbStatus::Pipe, {}},
                         {UsbStatus::Pipe, {}},
                         {UsbStatus::Good, counterReply(333)}};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "counterreplies.h"
 #include "device/maintenance.h"
-#include "device/scriptedusb.h"
 #include "device/usb_communicate.h"
 
 #include <QtTest>
@@ -14,23 +14,6 @@ template <typename Frame>
 QByteArray hex(const Frame& frame)
 {
     return QByteArray(reinterpret_cast<const char*>(frame.data()), int(frame.size())).toHex(' ');
-}
-
-QByteArray counterReply(int value, int length = 64)
-{
-    QByteArray reply(64, '\xEE');
-    reply[8] = char(value & 0xFF);
-    reply[9] = char(value >> 8);
-    return reply.left(length);
-}
-
-QList<QByteArray> sent(const UsbScript& script)
-{
-    QList<QByteArray> frames;
-    for (const auto& transfer : script.transfers)
-        if (transfer.endpoint == 0x02)
-            frames << transfer.bytes.toHex(' ');
-    return frames;
 }
 
 } // namespace
@@ -77,8 +60,8 @@ void MaintenanceTest::countersAreReadInOrder()
         script.replies.push_back({UsbStatus::Good, counterReply(value)});
     usb_communicate channel(std::make_unique<ScriptedUsb>(script));
     const auto readings = maintenance::readCounters(channel);
-    QCOMPARE(sent(script), QList<QByteArray>({"43 4e 54 52 01 04 00 00", "43 4e 54 52 01 01 00 00",
-                                              "43 4e 54 52 01 02 00 00"}));
+    QCOMPARE(sentFrames(script), QList<QByteArray>({"43 4e 54 52 01 04 00 00", "43 4e 54 52 01 01 00 00",
+                                                    "43 4e 54 52 01 02 00 00"}));
     for (const auto& reading : readings.counters)
         QCOMPARE(reading.outcome, Outcome::Value);
     QCOMPARE(readings.counters[0].value, 0);
@@ -145,7 +128,7 @@ void MaintenanceTest::absentDevice()
     script.writing = {UsbStatus::NoDevice, QByteArray(8, 0)};
     for (const auto& reading : maintenance::readCounters(channel).counters)
         QCOMPARE(reading.outcome, Outcome::SendFailed);
-    QCOMPARE(sent(script).size(), 3);
+    QCOMPARE(sentFrames(script).size(), 3);
     QCOMPARE(script.kept(), 0);
 }
 
@@ -158,12 +141,12 @@ void MaintenanceTest::commandsAndTheirResults()
         QCOMPARE(maintenance::resetCounter(channel, counter), usb_communicate::Done);
         QCOMPARE(script.transfers.last().length, 64);
     }
-    QCOMPARE(sent(script), QList<QByteArray>({"43 4e 54 52 03 04 00 00", "43 4e 54 52 03 01 00 00",
-                                              "43 4e 54 52 03 02 00 00"}));
+    QCOMPARE(sentFrames(script), QList<QByteArray>({"43 4e 54 52 03 04 00 00", "43 4e 54 52 03 01 00 00",
+                                                    "43 4e 54 52 03 02 00 00"}));
     script.replies = {{UsbStatus::Good, QByteArray(8, 0)}};
     QCOMPARE(maintenance::setStandby(channel, 90), usb_communicate::Done);
     QCOMPARE(script.transfers.last().length, 8);
-    QCOMPARE(sent(script).last(), QByteArray("50 57 52 00 00 1e 01 00"));
+    QCOMPARE(sentFrames(script).last(), QByteArray("50 57 52 00 00 1e 01 00"));
 
     QCOMPARE(maintenance::setStandby(channel, 90), usb_communicate::ReadFailed); // no answer
     script.writing = {UsbStatus::Good, QByteArray(1, 0)};
