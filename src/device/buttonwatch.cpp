@@ -91,6 +91,12 @@ int ButtonWatch::state() const
     return m_state;
 }
 
+int ButtonWatch::lastButton() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lastButton;
+}
+
 void ButtonWatch::setShownText(const QString& text)
 {
     const std::lock_guard lock(m_mutex);
@@ -178,8 +184,11 @@ int ButtonWatch::readKey()
 {
     unsigned char report[reportBytes] = {};
     const int code = buttoncode::ofReport(report, m_usb.ReadCmd(report, reportBytes));
-    if (code != buttoncode::NoPress)
+    if (code != buttoncode::NoPress) {
+        qInfo("scanner key %d", code);
+        const std::lock_guard lock(m_mutex);
         m_lastButton = code;
+    }
     return code;
 }
 

@@ -63,6 +63,8 @@ public:
     // 500 ms later at most. Other numbers than those of State are logged and ignored.
     void setState(int state);
     int state() const;
+    // The key code of the last well-formed report; 0 before the first.
+    int lastButton() const;
 
     // The text in the status window, set by those who write there besides this watcher.
     void setShownText(const QString& text);
@@ -106,8 +108,9 @@ private:
     unsigned m_jobs = 0; // counts jobs, so that one that follows at once is told from the one before
     QString m_shownText;
 
-    // only in loop()
     int m_lastButton = 0;
+
+    // only in loop()
     unsigned m_readAway = 0; // the keys pressed up to the end of this job have been read away
     bool m_accessDenied = false;
 };

@@ -152,6 +152,7 @@ void TestButtonWatch::reports()
     watching.start();
     QTRY_COMPARE(watching.polls() + watching.codes().size(), 1);
     QCOMPARE(watching.codes(), code == 5 ? QVector<int>() : QVector<int>{code});
+    QCOMPARE(watching.watch().lastButton(), code == 5 ? 0 : code);
     watching.stop();
     QCOMPARE(usb.kept(), 0);
 }

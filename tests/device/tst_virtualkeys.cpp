@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QtTest>
 #include <thread>
 
@@ -92,6 +93,7 @@ private slots:
     void takenByOthers();
     void absentDevice();
     void manyPollsKeepNothing();
+    void noPressLostOrDoubled();
 };
 
 void TestVirtualKeys::initTestCase()
@@ -222,6 +224,30 @@ void TestVirtualKeys::manyPollsKeepNothing()
     poll(200);
     QVERIFY(vscan("unplug"));
     poll(200);
+    QCOMPARE(openDescriptors(), before);
+}
+
+// Pulled out at any moment of a poll, and back: what is pressed while it is there arrives once.
+void TestVirtualKeys::noPressLostOrDoubled()
+{
+    const int before = openDescriptors();
+    {
+        Watching watching;
+        QRandomGenerator random(4);
+        for (int round = 1; round <= 30; ++round) {
+            QVERIFY(vscan("press 1"));
+            QTRY_COMPARE(watching.codes.count(1), round);
+            if (round % 2)
+                continue;
+            QTest::qWait(random.bounded(130));
+            QVERIFY(vscan("unplug"));
+            QTest::qWait(random.bounded(130));
+            QVERIFY(vscan("replug"));
+        }
+        watching.codes.clear();
+        QTRY_VERIFY(watching.codes.count(5) > 2);
+        QCOMPARE(watching.codes.count(1), 0);
+    }
     QCOMPARE(openDescriptors(), before);
 }
 
