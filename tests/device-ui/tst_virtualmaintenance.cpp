@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The maintenance page with the real libusb and the scanner in software; runs below `vscan run`.
+#include "config/freshroot.h"
+#include "device/functionalapp.h"
+#include "device/usb_communicate.h"
+#include "forms-dialogs/driving.h"
+
+#include <QDir>
+#include <QMessageBox>
+#include <QProcess>
+
+class VirtualMaintenanceTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(freshRoot()); }
+    void init() { vscan("clear"); }
+    void countersAndStandby();
+    void unplugAndReplug();
+    void lateReplies();
+    void shortAndSilentReplies();
+    void nothingIsKeptOpen();
+
+private:
+    static QString vscan(const QString& words)
+    {
+        QProcess process;
+        process.start(QStringLiteral(VSCAN_PROGRAM), words.split(' '));
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput());
+    }
+    static QString shown(const FunctionalApp& page)
+    {
+        QString text;
+        for (const char* name : {"current_plat", "target_incom", "target_ruandian"}) {
+            const auto* field = control<QLineEdit>(page, name);
+            text += (field->isEnabled() ? "" : "off ") + field->text() + ", ";
+        }
+        return text + control<QLabel>(page, "statusLabel")->text();
+    }
+};
+
+void VirtualMaintenanceTest::countersAndStandby()
+{
+    vscan("counters scan=0 roller=4660 pad=65535");
+    FunctionalApp page;
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("0, 4660, 65535, 正常"));
+    inModal<QMessageBox>(
+        [](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton); });
+    open(page);
+    page.on_reset_btn_ruandian_clicked();
+    QCOMPARE(shown(page), QString("0, 4660, 0, 正常"));
+    for (int minutes : {59, 60, 90, 0}) {
+        QCOMPARE(page.setSleepTime(minutes), 0);
+        const QString counters = vscan("counters");
+        QVERIFY2(QRegularExpression(QString("standby\\D+%1\\b").arg(minutes)).match(counters).hasMatch(),
+                 qPrintable(counters));
+    }
+}
+
+void VirtualMaintenanceTest::unplugAndReplug()
+{
+    vscan("counters scan=1 roller=2 pad=3");
+    FunctionalApp page;
+    vscan("unplug");
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("off 0, off 0, off 0, 扫描仪连接断开"));
+    QCOMPARE(page.setSleepTime(15), usb_communicate::DeviceNotFound);
+    vscan("replug");
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("1, 2, 3, 正常"));
+}
+
+void VirtualMaintenanceTest::lateReplies()
+{
+    vscan("counters scan=1 roller=2 pad=3");
+    FunctionalApp page;
+    vscan("usb late 1 2500");
+    page.getScannerPrimiters(); // the first reply must not pass for the second counter
+    QCOMPARE(shown(page), QString("off 0, 2, 3, 扫描仪没有应答或应答不完整"));
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("1, 2, 3, 正常"));
+}
+
+void VirtualMaintenanceTest::shortAndSilentReplies()
+{
+    vscan("counters scan=1 roller=2 pad=3");
+    FunctionalApp page;
+    page.getScannerPrimiters();
+    vscan("counters scan=4 roller=5 pad=6");
+    vscan("usb short 1 63");
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("1, 5, 6, 扫描仪没有应答或应答不完整"));
+    vscan("usb silent 1");
+    page.getScannerPrimiters();
+    QCOMPARE(shown(page), QString("off 1, 5, 6, 扫描仪没有应答或应答不完整"));
+    vscan("usb stall 81");
+    QVERIFY(page.setSleepTime(20) != usb_communicate::DeviceNotFound);
+    vscan("usb ok");
+    page.getScannerPrimiters();
+    page.getScannerPrimiters(); // a stalled reply had been left
+    QCOMPARE(shown(page), QString("4, 5, 6, 正常"));
+}
+
+void VirtualMaintenanceTest::nothingIsKeptOpen()
+{
+    const auto descriptors = [] {
+        return QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
+    };
+    FunctionalApp page;
+    page.getScannerPrimiters();
+    const int before = descriptors();
+    for (int i = 0; i < 50; ++i)
+        page.getScannerPrimiters();
+    QVERIFY2(descriptors() <= before + 1, qPrintable(QString::number(descriptors() - before)));
+}
+
+QTEST_MAIN(VirtualMaintenanceTest)
+#include "tst_virtualmaintenance.moc"
