@@ -55,6 +55,8 @@ void Widget::on_previewPushButton_5_clicked()
     ui->previewPushButton_5->setEnabled(false);
     ui->applyPushButton->setEnabled(false);
     on_scanButton_clicked();
+    if (!m_jobRunning && m_preview)
+        endJob(); // the start was refused
 }
 
 void Widget::buttonStateSlots(int code)
@@ -108,13 +110,17 @@ void Widget::startScan(TemplatePage& page, Function function)
 {
     if (m_jobRunning)
         return;
+    if (m_maintenance->isExchanging()) {
+        notice(tr("正在维护扫描仪，请稍候再扫描"));
+        return;
+    }
     m_jobRunning = true;
     m_batchPage = &page;
     m_notices.clear();
     setScanControls(false);
     state::write(state::Preparing); // the watcher must not see how the batch before ended
+    m_maintenance->setScanRunning(true); // before the job: an exchange's end must not end it
     m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
-    m_maintenance->setScanRunning(true);
     sendProgress(tr("正在准备扫描"));
     if (!confirmPrefix(page)) {
         state::write(state::Idle);
@@ -211,6 +217,7 @@ void Widget::startThread(TemplatePage& page)
     // Always colour, without rotation or borders: that is done in software afterwards.
     m_thread->setScanParamaters(page.logic->scanResolution(), page.logic->sourceNumber(),
                                 page.logic->paperCode(), 2, 1, 2, 1, 1, 1, 1);
+    m_thread->setContinuous(page.logic->isOn(page.controls.contiScan));
     m_thread->start(QThread::InheritPriority);
 }
 

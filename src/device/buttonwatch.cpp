@@ -160,8 +160,7 @@ void ButtonWatch::idleStep()
         wait(m_intervals.afterFailedRelease, Idle, job);
         return;
     }
-    if (result.code != buttoncode::DeviceAbsent)
-        m_readAway = job;
+    m_readAway = job; // a device that is gone has forgotten its presses too
     // A press that crossed the start of a job is one made during the job.
     if (jobsBegun() == job)
         m_reports.button(result.code);

@@ -385,24 +385,30 @@ void TestButtonWatch::pressesDuringAJob()
         usb.press(1 + i % 2);
     watching.start();
     QTRY_VERIFY(watching.words().size() >= 3);
-    {
-        const std::lock_guard lock(usb.mutex);
-        usb.present = false; // the first poll that reaches the device counts
-    }
     watching.watch().setState(ButtonWatch::Idle);
-    QTRY_VERIFY(watching.codes().contains(4));
-    {
-        const std::lock_guard lock(usb.mutex);
-        usb.present = true;
-    }
     QTRY_VERIFY(watching.polls() > 0);
     {
         const std::lock_guard lock(usb.mutex);
         QVERIFY(usb.reports.empty());
         usb.press(2);
     }
-    QTRY_COMPARE(watching.codes().last(), 2);
-    QCOMPARE(watching.codes().count(4) + 1, watching.codes().size());
+    QTRY_VERIFY(watching.codes().contains(2));
+    QVERIFY(!watching.codes().contains(1));
+
+    // A scanner that was unplugged during the job has forgotten its presses: the first one after that counts.
+    watching.watch().setState(ButtonWatch::Job);
+    {
+        const std::lock_guard lock(usb.mutex);
+        usb.present = false;
+    }
+    watching.watch().setState(ButtonWatch::Idle);
+    QTRY_VERIFY(watching.codes().contains(4));
+    {
+        const std::lock_guard lock(usb.mutex);
+        usb.present = true;
+        usb.press(1);
+    }
+    QTRY_VERIFY(watching.codes().contains(1));
 }
 
 void TestButtonWatch::lending()
