@@ -118,17 +118,17 @@ void Widget::startScan(TemplatePage& page, Function function)
     m_batchPage = &page;
     m_notices.clear();
     setScanControls(false);
-    state::write(state::Preparing); // the watcher must not see how the batch before ended
-    m_maintenance->setScanRunning(true); // before the job: an exchange's end must not end it
-    m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
+    m_maintenance->setScanRunning(true);              // before the job: an exchange's end must not end it
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Lent); // a dialog may come first: no status window before it
     sendProgress(tr("正在准备扫描"));
     if (!confirmPrefix(page)) {
-        state::write(state::Idle);
         sendProgress(progress::kFinished);
         endJob();
         ui->statusLabel->setText(tr("取消扫描"));
         return;
     }
+    state::write(state::Preparing); // the watcher must not see how the batch before ended
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
     applySettings();
     prepareThread();
     dropReceivers();
