@@ -14,7 +14,7 @@ struct CommandLine
     QString error; // English, empty when the line is good
 };
 
-// Splits a command line by the quoting rules of the Desktop Entry Specification (section "The Exec key") and
+// Splits a command line by the quoting rules of the Desktop Entry standard (section "The Exec key") and
 // puts `file` in place of the field codes %f %F %u %U, or at the end when there is none. No shell is
 // involved; an empty line opens the file with xdg-open.
 CommandLine commandFor(const QString& line, const QString& file);
