@@ -92,28 +92,38 @@ void inModal(const std::function<void(D&)>& work)
     timer->start(50);
 }
 
-// Goes once round with the Tab key and checks that every control that takes input was reached and has a name
-// that a screen reader can say.
-inline void checkReachable(QWidget& window)
+// The controls that the Tab key leads to, from the one that has the focus on.
+inline QVector<QWidget*> tabOrder(QWidget& window)
 {
-    QSet<QWidget*> reached;
+    QVector<QWidget*> reached;
     for (int i = 0; i < 100; ++i) {
-        if (QWidget* focused = QApplication::focusWidget())
-            reached.insert(focused);
+        QWidget* focused = QApplication::focusWidget();
+        if (focused && !reached.contains(focused))
+            reached << focused;
         QTest::keyClick(&window, Qt::Key_Tab);
     }
-    // the Tab key reaches one button of a radio group, the arrow keys the others
-    const auto reachedByArrows = [](QWidget* widget) { return widget->inherits("QRadioButton"); };
+    return reached;
+}
+
+// Checks that every control that takes input is reached by the Tab key and has a name that a screen reader
+// can say.
+inline void checkReachable(QWidget& window)
+{
+    const QVector<QWidget*> reached = tabOrder(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
-        const bool input = widget->inherits("QAbstractButton") || widget->inherits("QLineEdit") ||
-                           widget->inherits("QComboBox") || widget->inherits("QAbstractSpinBox") ||
-                           widget->inherits("QGraphicsView");
+        bool input = false;
+        for (const char* type :
+             {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractSpinBox", "QSlider", "QGraphicsView"})
+            input = input || widget->inherits(type);
         const bool part = widget->objectName().startsWith(QLatin1String("qt_"));
         if (!input || part || !widget->isEnabled() || !widget->isVisible())
             continue;
         const QString name = widget->objectName() + " " + widget->metaObject()->className();
         QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
-        QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(), qPrintable(name + " has no accessible name"));
-        QVERIFY2(reached.contains(widget) || reachedByArrows(widget), qPrintable(name + " is not reached by Tab"));
+        QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(),
+                 qPrintable(name + " has no accessible name"));
+        // the Tab key reaches one button of a radio group, the arrow keys the others
+        QVERIFY2(reached.contains(widget) || widget->inherits("QRadioButton"),
+                 qPrintable(name + " is not reached by Tab"));
     }
 }

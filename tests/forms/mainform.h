@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -10,7 +8,6 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QToolButton>
-#include <QWidget>
 #include <memory>
 
 #include "app/pagecontrols.h"
@@ -21,7 +18,7 @@
 // One template page with the connections that the main window makes for it.
 struct PageUnderTest
 {
-    explicit PageUnderTest(const ScanPageControls& controls) : c(controls), logic(controls), settings(logic)
+    PageUnderTest(const ScanPageControls& controls, QWidget* shown) : c(controls), page(shown)
     {
         using L = ScanPageLogic;
         const auto combo = [this](QComboBox* box, void (L::*slot)()) {
@@ -46,8 +43,9 @@ struct PageUnderTest
     }
 
     ScanPageControls c;
-    ScanPageLogic logic;
-    ScanPageSettings settings;
+    QWidget* page; // all of them are on it
+    ScanPageLogic logic{c};
+    ScanPageSettings settings{logic};
 };
 
 // The main window's form without the window.
@@ -56,23 +54,8 @@ struct MainForm
     MainForm()
     {
         ui.setupUi(&window);
-        scan = std::make_unique<PageUnderTest>(scanPageControls(ui));
-        file = std::make_unique<PageUnderTest>(filePageControls(ui));
-    }
-
-    // Shows one page as the window does.
-    void showPage(bool scanPage)
-    {
-        for (QWidget* w :
-             std::initializer_list<QWidget*>{ui.functionLabel, ui.templetBtncomboBox_3, ui.scanDescribeLabel})
-            w->setVisible(scanPage);
-        for (QWidget* w : std::initializer_list<QWidget*>{ui.fileFunctionLabel, ui.templetBtncomboBox,
-                                                          ui.fileDescribeLabel})
-            w->setVisible(!scanPage);
-        (scanPage ? ui.scanPushButton : ui.filePushButton)->setChecked(true);
-        ui.functionStack->setCurrentWidget(scanPage ? ui.scanPage : ui.filePage);
-        window.setFixedSize(window.sizeHint());
-        window.show();
+        scan = std::make_unique<PageUnderTest>(scanPageControls(ui), ui.scanPage);
+        file = std::make_unique<PageUnderTest>(filePageControls(ui), ui.filePage);
     }
 
     QWidget window;
