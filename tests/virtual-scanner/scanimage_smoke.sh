@@ -28,10 +28,6 @@ check "pages" "p1.pnm p2.pnm p3.pnm p4.pnm" "$(echo p*.pnm)"
 check "order" "010 020 030 377" "$(for n in 1 2 3 4; do tail -c 1 p$n.pnm | od -An -to1 | tr -d ' '; done | xargs)"
 scan sh -c '"$0" jam-at 1 5000 && scanimage -d vscan:one -o jam.pnm' "$vscan"
 check "jam" 6 $?
-scan sh -c '"$0" cover open && scanimage -d vscan:one -o lid.pnm' "$vscan"
-check "cover" 8 $?
-scan sh -c '"$0" empty && scanimage -d vscan:one -o none.pnm' "$vscan"
-check "empty feeder" 7 $?
 scan sh -c '"$0" unplug && scanimage -L | grep -c vscan' "$vscan" > count.txt
 check "unplugged" 0 "$(cat count.txt)"
 

@@ -35,43 +35,66 @@ private slots:
     void cleanup();
     void offersTheOptionList();
     void checksValues();
-    void reportsDeviceAndModel();
-    void deliversDuplexInOrder();
     void answersFaults_data();
     void answersFaults();
-    void busyOpens();
     void cancelFromAnotherThread();
-    void unpluggedMidPage();
-    void clearKeyMidPage();
-    void lidMidPage();
+    void stopsMidPage_data();
+    void stopsMidPage();
     void killedClientFreesTheScanner();
     void deadDaemonIsAnError();
-    void staysSmall();
-    void socketFiles();
+    void keepsNoPage();
 
 private:
-    Handle open(SANE_Status* status = nullptr);
-    static SANE_Status set(const Handle& handle, int option, const char* word);
-    static SANE_Status setResolution(const Handle& handle, int dpi);
-    static Read page(const Handle& handle);
+    // An opened scanner that delivers small grey pages.
+    Handle open(SANE_Status* status = nullptr)
+    {
+        SANE_Handle handle = nullptr;
+        const SANE_Status opened = sane_open("vscan:one", &handle);
+        if (status)
+            *status = opened;
+        Handle owner(opened == SANE_STATUS_GOOD ? handle : nullptr);
+        if (owner) {
+            set(owner, 4, "FULL");
+            set(owner, 7, "灰度");
+        }
+        return owner;
+    }
+    static SANE_Status set(const Handle& handle, int option, const char* word)
+    {
+        QByteArray value(word);
+        return sane_control_option(handle.get(), option, SANE_ACTION_SET_VALUE, value.data(), nullptr);
+    }
+    // The rest of a started page with the status that ended it; EOF when all went well.
+    static Read rest(const Handle& handle)
+    {
+        Read read{SANE_STATUS_GOOD, {}};
+        char buffer[32768];
+        SANE_Int length = 0;
+        while (read.status == SANE_STATUS_GOOD) {
+            read.status =
+                sane_read(handle.get(), reinterpret_cast<SANE_Byte*>(buffer), sizeof buffer, &length);
+            read.bytes.append(buffer, length);
+        }
+        return read;
+    }
+    static Read page(const Handle& handle)
+    {
+        const SANE_Status started = sane_start(handle.get());
+        return started == SANE_STATUS_GOOD ? rest(handle) : Read{started, {}};
+    }
     bool command(const QString& words) { return DaemonFixture::command(words.split(' ')) == 0; }
 
     std::unique_ptr<DaemonFixture> m_daemon;
     QTemporaryDir m_sheets;
 };
 
-// Three small grey sheets: fronts 10, 20, 30; the back of the last one is missing.
+// Three small grey sheets: 10, 20, 30.
 void TestVscanSane::initTestCase()
 {
     for (int number = 1; number <= 3; ++number) {
-        for (const char* side : {"front", "back"}) {
-            if (number == 3 && qstrcmp(side, "back") == 0)
-                continue;
-            QFile file(m_sheets.filePath(QString("00%1-%2.pgm").arg(number).arg(side)));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            const char level = static_cast<char>(number * 10 + (qstrcmp(side, "back") == 0));
-            file.write("P5\n600 900\n255\n" + QByteArray(600 * 900, level));
-        }
+        QFile file(m_sheets.filePath(QString("00%1-front.pgm").arg(number)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("P5\n600 900\n255\n" + QByteArray(600 * 900, static_cast<char>(number * 10)));
     }
 }
 
@@ -86,46 +109,6 @@ void TestVscanSane::cleanup()
 {
     sane_exit();
     m_daemon.reset();
-}
-
-// An opened scanner that delivers small grey pages.
-Handle TestVscanSane::open(SANE_Status* status)
-{
-    SANE_Handle handle = nullptr;
-    const SANE_Status opened = sane_open("vscan:one", &handle);
-    if (status)
-        *status = opened;
-    Handle owner(opened == SANE_STATUS_GOOD ? handle : nullptr);
-    if (owner) {
-        set(owner, 4, "FULL");
-        set(owner, 7, "灰度");
-    }
-    return owner;
-}
-
-SANE_Status TestVscanSane::set(const Handle& handle, int option, const char* word)
-{
-    QByteArray value(word);
-    return sane_control_option(handle.get(), option, SANE_ACTION_SET_VALUE, value.data(), nullptr);
-}
-
-SANE_Status TestVscanSane::setResolution(const Handle& handle, int dpi)
-{
-    SANE_Int value = dpi;
-    return sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, nullptr);
-}
-
-// One page with the status that ended it; EOF when all went well.
-Read TestVscanSane::page(const Handle& handle)
-{
-    Read read{sane_start(handle.get()), {}};
-    char buffer[32768];
-    SANE_Int length = 0;
-    while (read.status == SANE_STATUS_GOOD) {
-        read.status = sane_read(handle.get(), reinterpret_cast<SANE_Byte*>(buffer), sizeof buffer, &length);
-        read.bytes.append(buffer, length);
-    }
-    return read;
 }
 
 void TestVscanSane::offersTheOptionList()
@@ -148,7 +131,6 @@ void TestVscanSane::offersTheOptionList()
     QVERIFY(!sane_get_option_descriptor(handle.get(), 14));
     for (int group : {3, 5, 8})
         QCOMPARE(sane_get_option_descriptor(handle.get(), group)->type, SANE_TYPE_GROUP);
-    QCOMPARE(sane_get_option_descriptor(handle.get(), 1)->type, SANE_TYPE_INT);
     for (const auto& [number, words] : expected) {
         const SANE_Option_Descriptor* option = sane_get_option_descriptor(handle.get(), number);
         QCOMPARE(option->constraint_type, SANE_CONSTRAINT_STRING_LIST);
@@ -170,7 +152,8 @@ void TestVscanSane::checksValues()
     SANE_Int value = 250, info = 0;
     QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, &info), SANE_STATUS_GOOD);
     QVERIFY((info & SANE_INFO_INEXACT) && (value == 200 || value == 300));
-    QCOMPARE(setResolution(handle, 400), SANE_STATUS_GOOD);
+    value = 400;
+    QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, nullptr), SANE_STATUS_GOOD);
     QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
     QCOMPARE(sane_start(handle.get()), SANE_STATUS_DEVICE_BUSY);
     QCOMPARE(set(handle, 2, "Flatbed"), SANE_STATUS_DEVICE_BUSY);
@@ -179,41 +162,6 @@ void TestVscanSane::checksValues()
     QCOMPARE(parameters.pixels_per_line, 1200); // the sheet has 600 at 300 dpi
     QCOMPARE(parameters.lines, 1800);
     sane_cancel(handle.get());
-    QCOMPARE(set(handle, 2, "Flatbed"), SANE_STATUS_GOOD);
-    QCOMPARE(page(handle).status, SANE_STATUS_EOF);
-    QCOMPARE(page(handle).status, SANE_STATUS_EOF); // the glass gives its page again
-}
-
-void TestVscanSane::reportsDeviceAndModel()
-{
-    const auto model = [] {
-        const SANE_Device** list = nullptr;
-        sane_get_devices(&list, SANE_TRUE);
-        return QString(list && list[0] ? list[0]->model : "none");
-    };
-    QCOMPARE(model(), QString("qwd200"));
-    QVERIFY(command("model QWD200"));
-    QCOMPARE(model(), QString("QWD200"));
-    QVERIFY(command("unplug"));
-    QCOMPARE(model(), QString("none"));
-    SANE_Status status;
-    QVERIFY(!open(&status));
-    QCOMPARE(status, SANE_STATUS_IO_ERROR);
-    QVERIFY(command("replug"));
-    QVERIFY(open() != nullptr);
-}
-
-void TestVscanSane::deliversDuplexInOrder()
-{
-    const Handle handle = open();
-    set(handle, 2, "ADF Duplex");
-    for (int level : {10, 11, 20, 21, 30, 255}) {
-        const Read read = page(handle);
-        QCOMPARE(read.status, SANE_STATUS_EOF);
-        QCOMPARE(read.bytes.size(), 600 * 900);
-        QCOMPARE(read.first(), level);
-    }
-    QCOMPARE(page(handle).status, SANE_STATUS_NO_DOCS);
 }
 
 void TestVscanSane::answersFaults_data()
@@ -245,25 +193,8 @@ void TestVscanSane::answersFaults()
     QCOMPARE(int(page(handle).status), next);
     sane_cancel(handle.get());
     QVERIFY(command("clear"));
-    const Read after = page(handle);
     // The jammed sheet is back in the feeder, after other faults all three have passed.
-    QCOMPARE(int(after.status), status == 6 ? 5 : 7);
-    if (status == 6)
-        QCOMPARE(after.first(), 20);
-}
-
-void TestVscanSane::busyOpens()
-{
-    QVERIFY(command("busy 2"));
-    SANE_Status status;
-    for (SANE_Status expected : {SANE_STATUS_DEVICE_BUSY, SANE_STATUS_DEVICE_BUSY, SANE_STATUS_GOOD}) {
-        const Handle handle = open(&status);
-        QCOMPARE(status, expected);
-    }
-    const Handle first = open();
-    const Handle second = open(&status);
-    QCOMPARE(status, SANE_STATUS_DEVICE_BUSY);
-    QCOMPARE(page(first).status, SANE_STATUS_EOF); // the refused open has not disturbed it
+    QCOMPARE(page(handle).first(), status == 6 ? 20 : -1);
 }
 
 void TestVscanSane::cancelFromAnotherThread()
@@ -274,10 +205,7 @@ void TestVscanSane::cancelFromAnotherThread()
     clock.start();
     std::thread canceller([&] {
         QThread::msleep(50);
-        QElapsedTimer call;
-        call.start();
         sane_cancel(handle.get());
-        QVERIFY(call.elapsed() < 50);
     });
     const Read read = page(handle);
     canceller.join();
@@ -287,44 +215,34 @@ void TestVscanSane::cancelFromAnotherThread()
     QCOMPARE(page(handle).first(), 20);
 }
 
-void TestVscanSane::unpluggedMidPage()
+void TestVscanSane::stopsMidPage_data()
 {
-    QVERIFY(command("pace 20000"));
-    const Handle handle = open();
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
-    QVERIFY(command("unplug"));
-    SANE_Byte buffer[4096];
-    SANE_Int length = 1;
-    QCOMPARE(sane_read(handle.get(), buffer, sizeof buffer, &length), SANE_STATUS_IO_ERROR);
-    QCOMPARE(length, 0);
-    QVERIFY(command("replug"));
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_IO_ERROR);
+    QTest::addColumn<QString>("order");
+    QTest::addColumn<int>("status"); // of the read, and of the starts after it
+    QTest::addColumn<QString>("remedy");
+    QTest::addColumn<int>("first"); // of the page after the remedy, -1 when the handle stays dead
+    QTest::newRow("unplugged") << "unplug" << int(SANE_STATUS_IO_ERROR) << "replug" << -1;
+    QTest::newRow("clear key") << "press 3" << int(SANE_STATUS_CANCELLED) << "" << 20;
+    QTest::newRow("lid") << "cover open" << int(SANE_STATUS_COVER_OPEN) << "cover closed" << 10;
 }
 
-void TestVscanSane::clearKeyMidPage()
+void TestVscanSane::stopsMidPage()
 {
+    QFETCH(QString, order);
+    QFETCH(int, status);
+    QFETCH(QString, remedy);
     const Handle handle = open();
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
-    QVERIFY(command("press 3"));
-    SANE_Byte buffer[4096];
-    SANE_Int length = 0;
-    QCOMPARE(sane_read(handle.get(), buffer, sizeof buffer, &length), SANE_STATUS_CANCELLED);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_CANCELLED);
-    sane_cancel(handle.get());
-    QCOMPARE(page(handle).first(), 20);
-}
-
-void TestVscanSane::lidMidPage()
-{
-    const Handle handle = open();
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
-    QVERIFY(command("cover open"));
-    SANE_Byte buffer[4096];
-    SANE_Int length = 0;
-    QCOMPARE(sane_read(handle.get(), buffer, sizeof buffer, &length), SANE_STATUS_COVER_OPEN);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_COVER_OPEN);
-    QVERIFY(command("cover closed"));
+    set(handle, 2, "ADF Duplex");
     QCOMPARE(page(handle).first(), 10);
+    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD); // the back of the sheet
+    QVERIFY(command(order));
+    QCOMPARE(int(rest(handle).status), status);
+    QCOMPARE(int(sane_start(handle.get())), status);
+    if (remedy.isEmpty())
+        sane_cancel(handle.get());
+    else
+        QVERIFY(command(remedy));
+    QTEST(page(handle).first(), "first"); // a stopped sheet is fed again, a cancelled one has passed
 }
 
 void TestVscanSane::killedClientFreesTheScanner()
@@ -334,13 +252,7 @@ void TestVscanSane::killedClientFreesTheScanner()
     client.setStandardOutputFile(QProcess::nullDevice());
     client.start("scanimage", {"-d", "vscan:one", "--format=pnm"});
     QVERIFY(client.waitForStarted());
-    const auto scanning = [] {
-        QProcess status;
-        status.start(DaemonFixture::program(), {"status"});
-        status.waitForFinished();
-        return status.readAllStandardOutput().contains("scanning=yes");
-    };
-    QTRY_VERIFY(scanning());
+    QTRY_VERIFY(DaemonFixture::output({"status"}).contains("scanning=yes"));
     SANE_Status status = SANE_STATUS_GOOD;
     QVERIFY(!open(&status));
     QCOMPARE(status, SANE_STATUS_DEVICE_BUSY);
@@ -351,60 +263,38 @@ void TestVscanSane::killedClientFreesTheScanner()
 
 void TestVscanSane::deadDaemonIsAnError()
 {
+    const auto serves = [](const QString& socket) {
+        QProcess daemon;
+        daemon.start(DaemonFixture::program(), {"daemon", "--sock", socket});
+        const bool ready = daemon.waitForReadyRead();
+        daemon.terminate();
+        daemon.waitForFinished();
+        return ready;
+    };
     const Handle handle = open();
     QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
+    QVERIFY(!serves(m_daemon->socket())); // taken
     m_daemon->process().kill();
     m_daemon->process().waitForFinished();
-    SANE_Byte buffer[4096];
-    SANE_Int length = 0;
-    QCOMPARE(sane_read(handle.get(), buffer, sizeof buffer, &length), SANE_STATUS_IO_ERROR);
+    QCOMPARE(rest(handle).status, SANE_STATUS_IO_ERROR);
     QCOMPARE(sane_start(handle.get()), SANE_STATUS_IO_ERROR);
-    QProcess taker; // its stale socket file is no obstacle
-    QVERIFY(QFile::exists(m_daemon->socket()));
-    taker.start(DaemonFixture::program(), {"daemon", "--sock", m_daemon->socket()});
-    QVERIFY(taker.waitForStarted() && taker.waitForReadyRead());
-    taker.terminate();
-    QVERIFY(taker.waitForFinished());
+    QVERIFY(serves(m_daemon->socket())); // the stale socket file is no obstacle
     QVERIFY(!QFile::exists(m_daemon->socket()));
+    const QString precious = m_sheets.filePath("001-front.pgm");
+    QVERIFY(!serves(precious));
+    QVERIFY(QFile::exists(precious));
 }
 
-// Neither the daemon nor its pages pile up.
-void TestVscanSane::staysSmall()
+// No page stays open in the daemon.
+void TestVscanSane::keepsNoPage()
 {
-    const auto resident = [this] {
-        QFile file(QString("/proc/%1/statm").arg(m_daemon->process().processId()));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLong() : -1;
-    };
-    const auto descriptors = [this] {
-        return QDir(QString("/proc/%1/fd").arg(m_daemon->process().processId()))
-            .entryList(QDir::Files | QDir::System)
-            .size();
-    };
     const Handle handle = open();
     set(handle, 2, "Flatbed");
-    for (int i = 0; i < 20; ++i)
+    QCOMPARE(page(handle).status, SANE_STATUS_EOF);
+    const int before = openDescriptors(m_daemon->process().processId());
+    for (int i = 0; i < 50; ++i)
         QCOMPARE(page(handle).status, SANE_STATUS_EOF);
-    const long before = resident();
-    const auto descriptorsBefore = descriptors();
-    for (int i = 0; i < 200; ++i)
-        QCOMPARE(page(handle).status, SANE_STATUS_EOF);
-    QVERIFY2(resident() - before < 2048, qPrintable(QString("%1 -> %2 pages").arg(before).arg(resident())));
-    QCOMPARE(descriptors(), descriptorsBefore);
-}
-
-void TestVscanSane::socketFiles()
-{
-    const auto refused = [](const QString& path) {
-        return QProcess::execute(DaemonFixture::program(), {"daemon", "--sock", path}) == 125;
-    };
-    QVERIFY(refused(m_daemon->socket())); // taken
-    QVERIFY(refused("/tmp/" + QString(120, 'x')));
-    QTemporaryDir folder;
-    QFile precious(folder.filePath("precious"));
-    QVERIFY(precious.open(QIODevice::WriteOnly));
-    QVERIFY(refused(precious.fileName()));
-    QVERIFY(precious.exists());
-    QVERIFY(command("status"));
+    QCOMPARE(openDescriptors(m_daemon->process().processId()), before);
 }
 
 QTEST_GUILESS_MAIN(TestVscanSane)

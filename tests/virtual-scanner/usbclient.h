@@ -19,7 +19,6 @@ public:
     }
     bool isOpen() const { return m_handle != nullptr; }
     libusb_device_handle* handle() const { return m_handle.get(); }
-    libusb_context* context() const { return m_context.get(); }
     int claim() const { return libusb_claim_interface(handle(), 0); }
     int release() const { return libusb_release_interface(handle(), 0); }
 
