@@ -5,17 +5,6 @@
 #include <QFileInfo>
 #include <QtTest>
 
-class LeftoversTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init() { QVERIFY(freshRoot()); }
-    void pagesInOrder();
-    void keptFolder();
-    void removal();
-};
-
 static void makeFiles()
 {
     for (const char* name : {"zarnqwd200-0010.pnm", "zarnqwd200-0002.pnm", "zarnqwd200-0011.pnm.part",
@@ -30,38 +19,39 @@ static QStringList names(const QString& folder)
     return QDir(folder).entryList(QDir::Files | QDir::NoSymLinks, QDir::Name);
 }
 
-void LeftoversTest::pagesInOrder()
+class LeftoversTest : public QObject
 {
-    makeFiles();
-    QCOMPARE(pageFiles(), (QStringList{paths::tempFolder() + "zarnqwd200-0002.pnm",
-                                       paths::tempFolder() + "zarnqwd200-0010.pnm"}));
-}
+    Q_OBJECT
 
-void LeftoversTest::keptFolder()
-{
-    QCOMPARE(keepLeftovers(), QString());
-    QVERIFY(!QFile::exists(paths::keptFolder()));
-    const QDateTime now(QDate(2026, 11, 15), QTime(6, 14, 46));
-    makeFiles();
-    QCOMPARE(keepLeftovers(now), paths::keptFolder() + "20261115-061446/");
-    QCOMPARE(names(paths::keptFolder() + "20261115-061446"),
-             (QStringList{"crop01.bmp", "zarnqwd200-0002.pnm", "zarnqwd200-0010.pnm",
-                          "zarnqwd200-0011.pnm.part"}));
-    QCOMPARE(names(paths::tempFolder()), (QStringList{"autoRotate.bmp", "lastPage.ppm", "other.pnm"}));
-    // a second rescue within the same second replaces nothing
-    QVERIFY(putFile(paths::tempFolder() + "zarnqwd200-0002.pnm", "new"));
-    QCOMPARE(keepLeftovers(now), paths::keptFolder() + "20261115-061446-1/");
-    QCOMPARE(fileContent(paths::keptFolder() + "20261115-061446/zarnqwd200-0002.pnm"),
-             QByteArray("zarnqwd200-0002.pnm"));
-    QVERIFY(pageFiles().isEmpty());
-}
+private slots:
+    void init() { QVERIFY(freshRoot()); }
+    void keptFolder()
+    {
+        QCOMPARE(keepLeftovers(), QString());
+        QVERIFY(!QFile::exists(paths::keptFolder()));
+        const QDateTime now(QDate(2026, 11, 15), QTime(6, 14, 46));
+        makeFiles();
+        QCOMPARE(pageFiles(), (QStringList{paths::tempFolder() + "zarnqwd200-0002.pnm",
+                                           paths::tempFolder() + "zarnqwd200-0010.pnm"}));
+        QCOMPARE(keepLeftovers(now), paths::keptFolder() + "20261115-061446/");
+        QCOMPARE(names(paths::keptFolder() + "20261115-061446"),
+                 (QStringList{"crop01.bmp", "zarnqwd200-0002.pnm", "zarnqwd200-0010.pnm",
+                              "zarnqwd200-0011.pnm.part"}));
+        QCOMPARE(names(paths::tempFolder()), (QStringList{"autoRotate.bmp", "lastPage.ppm", "other.pnm"}));
+        // a second rescue within the same second replaces nothing
+        QVERIFY(putFile(paths::tempFolder() + "zarnqwd200-0002.pnm", "new"));
+        QCOMPARE(keepLeftovers(now), paths::keptFolder() + "20261115-061446-1/");
+        QCOMPARE(fileContent(paths::keptFolder() + "20261115-061446/zarnqwd200-0002.pnm"),
+                 QByteArray("zarnqwd200-0002.pnm"));
+    }
 
-void LeftoversTest::removal()
-{
-    makeFiles();
-    QCOMPARE(removeLeftovers(), 4);
-    QCOMPARE(names(paths::tempFolder()), (QStringList{"autoRotate.bmp", "lastPage.ppm", "other.pnm"}));
-}
+    void removal()
+    {
+        makeFiles();
+        QCOMPARE(removeLeftovers(), 4);
+        QCOMPARE(names(paths::tempFolder()), (QStringList{"autoRotate.bmp", "lastPage.ppm", "other.pnm"}));
+    }
+};
 
 QTEST_GUILESS_MAIN(LeftoversTest)
 #include "tst_leftovers.moc"

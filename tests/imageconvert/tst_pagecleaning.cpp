@@ -17,8 +17,6 @@
 
 using namespace imageconvert;
 
-Q_DECLARE_METATYPE(cv::Scalar)
-
 // What the page looks like: tone, blankness, two levels, background, red headers.
 class PageCleaningTest : public QObject
 {
@@ -63,57 +61,8 @@ class PageCleaningTest : public QObject
     {
         return drawn::page({{1240, 1754}, paper, 0});
     }
-
-private slots:
-    void nothingToDoIsBitExact()
+    static void addDirt(cv::Mat& page, const QString& kind)
     {
-        QVERIFY(gammaTone(1).isIdentity());
-        QVERIFY(lightAndContrastTone(0, 0).isIdentity());
-        QVERIFY(gammaTone(0).isIdentity() && gammaTone(-3).isIdentity() &&
-                gammaTone(std::nan("")).isIdentity());
-        const cv::Mat page = drawn::page({{200, 200}, {250, 249, 246}, 4});
-        for (const cv::Mat& same :
-             {blurred(page, 0, 300), sharpened(page, 3, 300), withoutBackground(page, {0, 300}),
-              enhancedCharacters(page, 0, 300), despeckled(greyOf(page) > 128, 0, 300)})
-            QVERIFY(!same.empty());
-        QCOMPARE(withoutBackground(page, {0, 300}).data, page.data);
-        QCOMPARE(Tone().applied(page).data, page.data);
-    }
-
-    void toneCurves()
-    {
-        const Tone light = gammaTone(2);
-        QCOMPARE(int(light.channel(0)[0]), 0);
-        QCOMPARE(int(light.channel(0)[255]), 255);
-        QCOMPARE(int(light.channel(0)[64]), 128); // 255 * sqrt(64/255) = 127.7
-        const Tone shifted = lightAndContrastTone(20, 0);
-        QCOMPARE(int(shifted.channel(1)[100]), 151);
-        const Tone hard = lightAndContrastTone(0, 100), flat = lightAndContrastTone(0, -100);
-        QVERIFY(hard.channel(0)[127] == 0 && hard.channel(0)[128] == 255);
-        QVERIFY(flat.channel(0)[0] == flat.channel(0)[255]);
-        // One table for all steps gives what the steps give one after the other.
-        const cv::Mat page = drawn::page({{120, 90}, {250, 249, 246}, 4});
-        const cv::Mat steps = shifted.applied(light.applied(page.clone()));
-        QCOMPARE(cv::norm(light.then(shifted).applied(page.clone()), steps, cv::NORM_INF), 0.0);
-        // Shared pixels are not written to.
-        const cv::Mat copy = page.clone(), sharing = copy;
-        light.applied(copy);
-        QCOMPARE(cv::norm(sharing, page, cv::NORM_INF), 0.0);
-    }
-
-    void blankPages_data()
-    {
-        QTest::addColumn<QString>("kind");
-        for (const char* kind :
-             {"pure", "yellow", "dark paper", "shaded", "dust", "hairs", "holes", "rim", "through"})
-            QTest::newRow(kind) << QString(kind);
-    }
-    void blankPages()
-    {
-        QFETCH(QString, kind);
-        cv::Mat page = kind == "yellow"       ? emptyPage({238, 226, 190})
-                       : kind == "dark paper" ? emptyPage({180, 170, 150})
-                                              : emptyPage();
         cv::RNG random(4);
         const auto anywhere = [&] {
             return cv::Point(random.uniform(0, page.cols), random.uniform(0, page.rows));
@@ -127,8 +76,8 @@ private slots:
             cv::line(page, at, at + cv::Point(random.uniform(-16, 16), random.uniform(-16, 16)),
                      cv::Scalar::all(140), 1, cv::LINE_AA);
         }
-        for (int y : {600, 1072})
-            if (kind == "holes")
+        if (kind == "holes")
+            for (int y : {600, 1072})
                 cv::circle(page, {70, y}, 18, cv::Scalar::all(30), cv::FILLED, cv::LINE_AA);
         if (kind == "rim") {
             page.colRange(0, 14).setTo(cv::Scalar::all(25));
@@ -136,30 +85,13 @@ private slots:
         }
         if (kind == "through")
             shineThrough(page, 0.18);
-        const BlankResult result = blankness(page);
-        QVERIFY2(result.blank, qPrintable(QString::number(result.percent)));
     }
-
-    void pagesThatAreNotBlank_data()
+    static void addContent(cv::Mat& page, const QString& kind)
     {
-        QTest::addColumn<QString>("kind");
-        for (const char* kind :
-             {"page number", "page number with show-through", "one letter", "faint heading",
-              "faint heading on yellow", "text", "photograph", "black", "stamp"})
-            QTest::newRow(kind) << QString(kind);
-    }
-    void pagesThatAreNotBlank()
-    {
-        QFETCH(QString, kind);
-        cv::Mat page = kind.contains("yellow") ? emptyPage({238, 226, 190})
-                       : kind == "photograph"  ? drawn::photograph({1240, 1754})
-                       : kind == "text"        ? drawn::page()
-                                               : emptyPage();
         if (kind.contains("show-through"))
             shineThrough(page, 0.10);
-        if (kind.startsWith("page number"))
-            for (int x : {600, 616})
-                letter(page, {x, 1680});
+        for (int x = 600; kind.startsWith("page number") && x < 620; x += 16)
+            letter(page, {x, 1680});
         if (kind == "one letter")
             letter(page, {900, 300});
         for (int i = 0; kind.startsWith("faint") && i < 9; ++i)
@@ -168,8 +100,51 @@ private slots:
             page.setTo(cv::Scalar::all(5));
         if (kind == "stamp")
             cv::circle(page, {700, 900}, 110, cv::Scalar(220, 60, 60), 6, cv::LINE_AA);
+    }
+
+private slots:
+    void toneCurves()
+    {
+        QVERIFY(gammaTone(1).isIdentity() && gammaTone(0).isIdentity() &&
+                gammaTone(std::nan("")).isIdentity());
+        const Tone light = gammaTone(2), shifted = lightAndContrastTone(20, 0);
+        QCOMPARE(int(light.channel(0)[64]), 128); // 255 * sqrt(64/255) = 127.7
+        QCOMPARE(int(shifted.channel(1)[100]), 151);
+        const Tone hard = lightAndContrastTone(0, 100);
+        QVERIFY(hard.channel(0)[127] == 0 && hard.channel(0)[128] == 255);
+        // Shared pixels are not written to.
+        const cv::Mat page = drawn::page({{120, 90}, {250, 249, 246}, 4}), copy = page.clone(),
+                      sharing = copy;
+        light.applied(copy);
+        QCOMPARE(cv::norm(sharing, page, cv::NORM_INF), 0.0);
+    }
+
+    void blankPages_data()
+    {
+        QTest::addColumn<bool>("blank");
+        for (const char* kind :
+             {"pure", "yellow", "dark paper", "shaded", "dust", "hairs", "holes", "rim", "through"})
+            QTest::newRow(kind) << true;
+        for (const char* kind :
+             {"page number", "page number with show-through", "one letter", "faint heading",
+              "faint heading on yellow", "text", "photograph", "black", "stamp"})
+            QTest::newRow(kind) << false;
+    }
+    void blankPages()
+    {
+        QFETCH(bool, blank);
+        const QString kind = QTest::currentDataTag();
+        cv::Mat page = kind.contains("yellow") ? emptyPage({238, 226, 190})
+                       : kind == "dark paper"  ? emptyPage({180, 170, 150})
+                       : kind == "photograph"  ? drawn::photograph({1240, 1754})
+                       : kind == "text"        ? drawn::page()
+                                               : emptyPage();
+        if (blank)
+            addDirt(page, kind);
+        else
+            addContent(page, kind);
         const BlankResult result = blankness(page);
-        QVERIFY2(!result.blank, qPrintable(QString::number(result.percent)));
+        QVERIFY2(result.blank == blank, qPrintable(QString::number(result.percent)));
     }
 
     // A larger level never keeps what a smaller one drops.
@@ -183,46 +158,24 @@ private slots:
         QVERIFY(blankness(page, 10, 30).blank);
     }
 
-    void twoLevelsFollowTheInk_data()
-    {
-        QTest::addColumn<double>("ink");
-        QTest::addColumn<double>("light");
-        QTest::addColumn<double>("through");
-        QTest::newRow("plain") << 1.0 << 0.0 << 0.0;
-        QTest::newRow("shaded") << 1.0 << 0.45 << 0.0;
-        QTest::newRow("faint") << 0.4 << 0.0 << 0.0;
-        QTest::newRow("faint and shaded") << 0.5 << 0.3 << 0.0;
-        QTest::newRow("show-through") << 1.0 << 0.1 << 0.2;
-    }
     void twoLevelsFollowTheInk()
     {
-        QFETCH(double, ink);
-        QFETCH(double, light);
-        QFETCH(double, through);
         const cv::Mat truth = greyOf(drawn::page({{1240, 1754}, {255, 255, 255}, 30, 1, 0})) < 128;
-        cv::Mat page = drawn::page({{1240, 1754}, {250, 249, 246}, 30, ink});
-        shade(page, light);
-        shineThrough(page, through);
-        const cv::Mat bits = twoLevels(greyOf(page), {130, kDpi});
-        QVERIFY(isTwoLevel(bits));
-        const cv::Mat found = bits == 0;
-        const double both = cv::countNonZero(found & truth);
-        const double f = 2 * both / (cv::countNonZero(found) + cv::countNonZero(truth));
-        QVERIFY2(f > 0.95, qPrintable(QString::number(f)));
-    }
-
-    void thresholdIsAWish()
-    {
-        const cv::Mat page = greyOf(drawn::page({{600, 800}, {250, 249, 246}, 20}));
-        double former = -1;
-        for (int threshold : {20, 80, 130, 180, 240}) {
-            const double black = drawn::darkShare(twoLevels(page, {threshold, kDpi}), 128);
-            QVERIFY2(black > former, qPrintable(QString::number(threshold)));
-            former = black;
+        const struct
+        {
+            double ink, light, through;
+        } pages[] = {{1, 0.45, 0}, {0.4, 0, 0}, {0.5, 0.3, 0}, {1, 0.1, 0.2}};
+        for (const auto& [ink, light, through] : pages) {
+            cv::Mat page = drawn::page({{1240, 1754}, {250, 249, 246}, 30, ink});
+            shade(page, light);
+            shineThrough(page, through);
+            const cv::Mat bits = twoLevels(greyOf(page), {130, kDpi});
+            QVERIFY(isTwoLevel(bits));
+            const cv::Mat found = bits == 0;
+            const double both = cv::countNonZero(found & truth);
+            const double f = 2 * both / (cv::countNonZero(found) + cv::countNonZero(truth));
+            QVERIFY2(f > 0.95, qPrintable(QString("%1 %2 %3: %4").arg(ink).arg(light).arg(through).arg(f)));
         }
-        const cv::Mat white(200, 200, CV_8UC1, cv::Scalar(255));
-        QCOMPARE(drawn::darkShare(twoLevels(white, {130, kDpi}), 128), 0.0);
-        QVERIFY(drawn::darkShare(twoLevels(greyOf(emptyPage()), {130, kDpi}), 128) < 1e-5);
     }
 
     void specksGoStrokesStay()
@@ -239,25 +192,15 @@ private slots:
         QCOMPARE(int(despeckled(page, 5, 150).at<uchar>(202, 202)), 0); // twice as large on paper
     }
 
-    void backgroundGetsWhite_data()
-    {
-        QTest::addColumn<cv::Scalar>("paper");
-        QTest::newRow("yellow") << cv::Scalar(236, 222, 182);
-        QTest::newRow("blue") << cv::Scalar(205, 226, 240);
-        QTest::newRow("grey") << cv::Scalar(190, 190, 188);
-    }
     void backgroundGetsWhite()
     {
-        QFETCH(cv::Scalar, paper);
-        cv::Mat page = drawn::page({{1240, 1754}, paper, 14});
+        cv::Mat page = drawn::page({{1240, 1754}, {236, 222, 182}, 14});
         shade(page, 0.2);
         shineThrough(page, 0.12);
         const cv::Mat photo = drawn::photograph({700, 600});
         const cv::Rect place(270, 950, 700, 600);
         photo.copyTo(page(place));
-        const cv::Mat before = page.clone();
         const cv::Mat clean = withoutBackground(page, {5, kDpi});
-        QCOMPARE(cv::norm(page, before, cv::NORM_INF), 0.0);
         const cv::Mat text = greyOf(clean(cv::Rect(0, 0, 1240, 800))),
                       mark = greyOf(drawn::page({{1240, 1754}, {255, 255, 255}, 14, 1, 0}));
         const cv::Mat paperPlaces = mark(cv::Rect(0, 0, 1240, 800)) > 250,
@@ -289,37 +232,24 @@ private slots:
         cv::split(text, planes);
         QVERIFY(cv::norm(planes[0], planes[2], cv::NORM_INF) == 0);
         QVERIFY(drawn::darkShare(planes[0], 90) > 0.05);
-        QCOMPARE(asRedHeaderDocument(greyOf(page), kDpi).channels(), 1);
     }
 
     void denseStretchesPagesNotPhotographs()
     {
         const cv::Mat pale = drawn::page({{600, 800}, {205, 195, 170}, 20, 0.6});
-        const cv::Mat dense = levelsTone(detectLevels(pale), 3).applied(pale.clone());
-        cv::Mat levels;
-        cv::cvtColor(dense, levels, cv::COLOR_RGB2GRAY);
-        QVERIFY(drawn::darkShare(levels, 250) < 0.35); // the paper is white
-        QVERIFY(drawn::darkShare(levels, 40) > 0.01);  // the ink is black
+        const cv::Mat dense = greyOf(levelsTone(detectLevels(pale), 3).applied(pale.clone()));
+        QVERIFY(drawn::darkShare(dense, 250) < 0.35); // the paper is white
+        QVERIFY(drawn::darkShare(dense, 40) > 0.01);  // the ink is black
         QVERIFY(!detectLevels(drawn::photograph({600, 800})).isPage);
-        // A blank page gets white, its grain does not get black.
-        const cv::Mat blank = emptyPage({225, 220, 205});
-        QCOMPARE(drawn::darkShare(greyOf(levelsTone(detectLevels(blank), 3).applied(blank.clone())), 200),
-                 0.0);
     }
 
     void enhancingDarkensStrokesOnly()
     {
         const cv::Mat page = drawn::page({{600, 800}, {240, 232, 205}, 20, 0.5});
         const cv::Mat mark = greyOf(drawn::page({{600, 800}, {255, 255, 255}, 20, 1, 0}));
-        double former = cv::mean(greyOf(page), mark < 60)[0];
-        for (int strength : {2, 5, 10}) {
-            const cv::Mat strong = enhancedCharacters(page, strength, kDpi);
-            const double ink = cv::mean(greyOf(strong), mark < 60)[0];
-            QVERIFY(ink < former - 3);
-            former = ink;
-            QVERIFY(std::abs(cv::mean(greyOf(strong), mark > 253)[0] -
-                             cv::mean(greyOf(page), mark > 253)[0]) < 3);
-        }
+        const cv::Mat before = greyOf(page), after = greyOf(enhancedCharacters(page, 5, kDpi));
+        QVERIFY(cv::mean(after, mark < 60)[0] < cv::mean(before, mark < 60)[0] - 3);
+        QVERIFY(std::abs(cv::mean(after, mark > 253)[0] - cv::mean(before, mark > 253)[0]) < 3);
     }
 
     void tinyPicturesPassEveryStep()
