@@ -106,6 +106,18 @@ private slots:
         QCOMPARE(control<QComboBox>("scanTypeComboBox_9")->currentIndex(), 2); // "3" has no item
     }
 
+    void everySlotOfAControlHasItsControl()
+    {
+        const QMetaObject* meta = m_window->metaObject();
+        for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+            const QString name = QString::fromLatin1(meta->method(i).name());
+            if (!name.startsWith("on_"))
+                continue;
+            const QString object = name.section('_', 1, -2);
+            QVERIFY2(m_window->findChild<QWidget*>(object), qPrintable(name));
+        }
+    }
+
     void functionsShowTheirPanelAndDescription()
     {
         auto* functions = control<QComboBox>("templetBtncomboBox_3");
