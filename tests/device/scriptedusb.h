@@ -43,8 +43,29 @@ struct UsbScript
     QStringList calls;                                   // "detach", "claim", "release"
     int contexts = 0, lists = 0, handles = 0, opens = 0; // opens: ever, the others: now
 
-    int kept() const { return contexts + lists + handles; }
-    void press(int code) { reports.push_back({UsbStatus::Good, QByteArray("\x04\0\0", 3) + char(code)}); }
+    // For the test's thread.
+    int kept()
+    {
+        const std::lock_guard lock(mutex);
+        return contexts + lists + handles;
+    }
+    void press(int code)
+    {
+        const std::lock_guard lock(mutex);
+        reports.push_back({UsbStatus::Good, QByteArray("\x04\0\0", 3) + char(code)});
+    }
+    template <typename Value>
+    void set(Value& member, const Value& value)
+    {
+        const std::lock_guard lock(mutex);
+        member = value;
+    }
+    template <typename Value>
+    Value get(const Value& member)
+    {
+        const std::lock_guard lock(mutex);
+        return member;
+    }
 };
 
 class ScriptedUsb : public UsbApi

@@ -53,12 +53,9 @@ class TestStateInfoPanel : public QObject
 private slots:
     void init();
     void aBatch();
-    void faultsStayUntilConfirmed_data();
     void faultsStayUntilConfirmed();
     void cancel_data();
     void cancel();
-    void closingWithoutABatch();
-    void nextPage_data();
     void nextPage();
     void nextPageDuringTexts();
     void everyTextFits();
@@ -93,35 +90,27 @@ void TestStateInfoPanel::aBatch()
     QVERIFY(panel.getButtonState());
 }
 
-void TestStateInfoPanel::faultsStayUntilConfirmed_data()
-{
-    QTest::addColumn<int>("code");
-    for (int code : {1005, 1006, 1007, 1009})
-        QTest::addRow("%d", code) << code;
-}
-
 void TestStateInfoPanel::faultsStayUntilConfirmed()
 {
-    QFETCH(int, code);
     stateInfoPanel panel;
     panel.setButtonName("知道了");
-    beginBatch(panel);
-    panel.stateInfoPanelSlot(state::text(code));
-    QCOMPARE(offered(panel), QStringList("知道了"));
-
-    panel.stateInfoPanelSlot("正在扫描第2张图像"); // it was put right
-    QCOMPARE(offered(panel), QStringList("取消扫描"));
-
-    panel.stateInfoPanelSlot(state::text(code));
     QSignalSpy confirmed(&panel, &stateInfoPanel::confirmed);
-    QTest::keyClick(&panel, Qt::Key_Return);
-    QCOMPARE(confirmed.count(), 1);
-    QVERIFY(!panel.isVisible());
-    QVERIFY(!cancelflag::isSet()); // confirming cancels nothing
-
-    beginBatch(panel);
-    QCOMPARE(shown(panel), QString("正在准备扫描"));
-    QCOMPARE(offered(panel), QStringList("取消扫描"));
+    for (const int code : {1005, 1006, 1007, 1009}) {
+        beginBatch(panel);
+        QCOMPARE(shown(panel), QString("正在准备扫描"));
+        panel.stateInfoPanelSlot(state::text(code));
+        QCOMPARE(offered(panel), QStringList("知道了"));
+        panel.stateInfoPanelSlot("正在扫描第2张图像"); // it was put right
+        QCOMPARE(offered(panel), QStringList("取消扫描"));
+        panel.stateInfoPanelSlot(state::text(code));
+        confirmed.clear();
+        QTest::keyClick(&panel, Qt::Key_Return);
+        QCOMPARE(confirmed.count(), 1);
+        QVERIFY(!panel.isVisible());
+    }
+    panel.show(); // closing without a batch
+    QVERIFY(panel.close());
+    QVERIFY(!cancelflag::isSet()); // neither cancels anything
 }
 
 void TestStateInfoPanel::cancel_data()
@@ -165,43 +154,25 @@ void TestStateInfoPanel::cancel()
     QCOMPARE(offered(panel), QStringList("取消扫描"));
 }
 
-void TestStateInfoPanel::closingWithoutABatch()
-{
-    stateInfoPanel panel;
-    panel.setShowString(state::text(state::CommunicationError));
-    panel.show();
-    QVERIFY(panel.close());
-    QVERIFY(!cancelflag::isSet());
-}
-
-void TestStateInfoPanel::nextPage_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("another");
-    QTest::newRow("Return") << int(Qt::Key_Return) << true;
-    QTest::newRow("Esc") << int(Qt::Key_Escape) << false;
-    QTest::newRow("closed") << 0 << false;
-}
-
 void TestStateInfoPanel::nextPage()
 {
-    QFETCH(int, key);
-    QFETCH(bool, another);
-    stateInfoPanel panel;
-    beginBatch(panel);
-    QSignalSpy answers(&panel, &stateInfoPanel::nextPageAnswered);
-    panel.askNextPage();
-    QCOMPARE(shown(panel), QString("继续扫描下一页？"));
-    QCOMPARE(offered(panel), QStringList({"继续", "完成"}));
-    if (key)
-        QTest::keyClick(&panel, Qt::Key(key));
-    else
-        panel.close();
-    QCOMPARE(answers.count(), 1);
-    QCOMPARE(answers[0][0].toBool(), another);
-    QVERIFY(!cancelflag::isSet()); // declining ends the batch, it does not throw it away
-    if (key)
-        QCOMPARE(offered(panel), QStringList("取消扫描"));
+    for (const int key : {int(Qt::Key_Return), int(Qt::Key_Escape), 0}) { // 0: the window is closed
+        stateInfoPanel panel;
+        beginBatch(panel);
+        QSignalSpy answers(&panel, &stateInfoPanel::nextPageAnswered);
+        panel.askNextPage();
+        QCOMPARE(shown(panel), QString("继续扫描下一页？"));
+        QCOMPARE(offered(panel), QStringList({"继续", "完成"}));
+        if (key)
+            QTest::keyClick(&panel, Qt::Key(key));
+        else
+            panel.close();
+        QCOMPARE(answers.count(), 1);
+        QCOMPARE(answers[0][0].toBool(), key == Qt::Key_Return);
+        QVERIFY(!cancelflag::isSet()); // declining ends the batch, it does not throw it away
+        if (key)
+            QCOMPARE(offered(panel), QStringList("取消扫描"));
+    }
 }
 
 // What the scanner says meanwhile waits behind the question; a batch that ends without an answer declines it.

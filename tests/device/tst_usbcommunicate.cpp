@@ -16,13 +16,9 @@ class TestUsbCommunicate : public QObject
 
 private slots:
     void exchange();
-    void opening_data();
     void opening();
-    void kernelDriver();
-    void replies_data();
     void replies();
     void writing();
-    void interfaceTaken();
     void failedRelease();
     void withoutOpening();
 };
@@ -59,93 +55,65 @@ void TestUsbCommunicate::exchange()
     QVERIFY(!event.bulk && event.endpoint == 0x83 && event.length == 8 && event.timeoutMs == 100);
 }
 
-void TestUsbCommunicate::opening_data()
-{
-    QTest::addColumn<bool>("present");
-    QTest::addColumn<int>("init");
-    QTest::addColumn<int>("list");
-    QTest::addColumn<int>("open");
-    QTest::addColumn<bool>("denied");
-    const int good = int(UsbStatus::Good);
-    QTest::newRow("absent") << false << good << good << good << false;
-    QTest::newRow("no context") << true << int(UsbStatus::Other) << good << good << false;
-    QTest::newRow("no list") << true << good << int(UsbStatus::Io) << good << false;
-    QTest::newRow("unplugged meanwhile") << true << good << good << int(UsbStatus::NoDevice) << false;
-    QTest::newRow("no rights") << true << good << good << int(UsbStatus::Access) << true;
-}
-
 void TestUsbCommunicate::opening()
 {
-    QFETCH(bool, present);
-    QFETCH(int, init);
-    QFETCH(int, list);
-    QFETCH(int, open);
-    QFETCH(bool, denied);
-    UsbScript script;
-    script.present = present;
-    script.init = UsbStatus(init);
-    script.list = UsbStatus(list);
-    script.opening = UsbStatus(open);
-    auto usb = channel(script);
-    QCOMPARE(usb->initDevice(), 252);
-    QCOMPARE(usb->accessDenied(), denied);
-    QCOMPARE(script.kept(), 0);
-    QTest::ignoreMessage(QtDebugMsg, "find device error");
-    QCOMPARE(usb->checkUSBPrinter(), 0);
-    QCOMPARE(usb->accessDenied(), denied);
-    QCOMPARE(script.kept(), 0);
+    const UsbStatus good = UsbStatus::Good;
+    struct
+    {
+        bool present;
+        UsbStatus init, list, open;
+    } const rows[] = {{false, good, good, good},
+                      {true, UsbStatus::Other, good, good},
+                      {true, good, UsbStatus::Io, good},
+                      {true, good, good, UsbStatus::NoDevice}, // unplugged meanwhile
+                      {true, good, good, UsbStatus::Access}};
+    for (const auto& row : rows) {
+        UsbScript script;
+        script.present = row.present;
+        script.init = row.init;
+        script.list = row.list;
+        script.opening = row.open;
+        auto usb = channel(script);
+        QCOMPARE(usb->initDevice(), 252);
+        QCOMPARE(usb->checkUSBPrinter(), 0);
+        QCOMPARE(usb->accessDenied(), row.open == UsbStatus::Access);
+        QCOMPARE(script.kept(), 0);
 
-    script.present = true;
-    script.init = script.list = script.opening = UsbStatus::Good;
-    QCOMPARE(usb->checkUSBPrinter(), 1);
-    QCOMPARE(script.kept(), 0);
-    QVERIFY(!usb->accessDenied());
-    QCOMPARE(usb->initDevice(), 0);
-}
-
-void TestUsbCommunicate::kernelDriver()
-{
-    UsbScript script;
-    script.kernelDriver = true;
-    auto usb = channel(script);
-    QCOMPARE(usb->initDevice(), 0);
-    QCOMPARE(script.calls, QStringList("detach"));
-    script.detach = UsbStatus::Access;
-    QTest::ignoreMessage(QtWarningMsg, "GET_DEVICE_ERROR");
-    QCOMPARE(usb->initDevice(), 255);
-    QCOMPARE(script.kept(), 0);
-}
-
-void TestUsbCommunicate::replies_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("bytes");
-    QTest::addColumn<int>("result");
-    const int good = int(UsbStatus::Good);
-    QTest::newRow("empty") << good << 0 << 0;
-    QTest::newRow("short") << good << 63 << 63;
-    QTest::newRow("whole") << good << 64 << 64;
-    QTest::newRow("too long") << good << 65 << 254;
-    QTest::newRow("late") << int(UsbStatus::Timeout) << 0 << 254;
-    QTest::newRow("late in the middle") << int(UsbStatus::Timeout) << 64 << 254;
-    QTest::newRow("halted") << int(UsbStatus::Pipe) << 0 << 254;
-    QTest::newRow("unplugged") << int(UsbStatus::NoDevice) << 0 << 254;
+        script.present = true;
+        script.init = script.list = script.opening = good;
+        QCOMPARE(usb->checkUSBPrinter(), 1);
+        QCOMPARE(script.kept(), 0);
+        QVERIFY(!usb->accessDenied());
+        script.kernelDriver = true;
+        QCOMPARE(usb->initDevice(), 0);
+        QCOMPARE(script.calls, QStringList("detach"));
+        script.detach = UsbStatus::Access;
+        QCOMPARE(usb->initDevice(), 255);
+        QCOMPARE(script.kept(), 0);
+    }
 }
 
 void TestUsbCommunicate::replies()
 {
-    QFETCH(int, status);
-    QFETCH(int, bytes);
-    QFETCH(int, result);
+    struct
+    {
+        UsbStatus status;
+        int bytes, result;
+    } const rows[] = {{UsbStatus::Good, 0, 0},      {UsbStatus::Good, 63, 63},
+                      {UsbStatus::Good, 64, 64},    {UsbStatus::Good, 65, 254}, // too long
+                      {UsbStatus::Timeout, 0, 254}, {UsbStatus::Timeout, 64, 254},
+                      {UsbStatus::NoDevice, 0, 254}};
     UsbScript script;
     auto usb = channel(script);
     QCOMPARE(usb->initDevice(), 0);
-    const UsbScript::Reply reply = {UsbStatus(status), QByteArray(bytes, 'x')};
-    script.replies.push_back(reply);
-    script.reports.push_back(reply);
     unsigned char buffer[64] = {};
-    QCOMPARE(usb->ReadCmdBulk(buffer, 64), result);
-    QCOMPARE(usb->ReadCmd(buffer, 64), result);
+    for (const auto& row : rows) {
+        const UsbScript::Reply reply = {row.status, QByteArray(row.bytes, 'x')};
+        script.replies.push_back(reply);
+        script.reports.push_back(reply);
+        QCOMPARE(usb->ReadCmdBulk(buffer, 64), row.result);
+        QCOMPARE(usb->ReadCmd(buffer, 64), row.result);
+    }
 }
 
 void TestUsbCommunicate::writing()
@@ -153,24 +121,14 @@ void TestUsbCommunicate::writing()
     UsbScript script;
     auto usb = channel(script);
     QCOMPARE(usb->initDevice(), 0);
-    unsigned char frame[8] = {};
-    script.writing = {UsbStatus::Good, QByteArray(1, 'x')};
-    QTest::ignoreMessage(QtWarningMsg, "Write Error");
-    QCOMPARE(usb->SendCmd(frame, 8), 253);
-    script.writing = {UsbStatus::Pipe, {}};
-    QTest::ignoreMessage(QtWarningMsg, "Write Error");
-    QCOMPARE(usb->SendCmd(frame, 8), 253);
-}
-
-void TestUsbCommunicate::interfaceTaken()
-{
-    UsbScript script;
-    auto usb = channel(script);
-    QCOMPARE(usb->initDevice(), 0);
-    script.claim = UsbStatus::Busy;
     unsigned char buffer[64] = {};
-    for (int i = 0; i < 2; ++i)
-        QTest::ignoreMessage(QtWarningMsg, "Cannot Claim Interface");
+    for (const UsbScript::Reply& answer :
+         {UsbScript::Reply{UsbStatus::Good, QByteArray(1, 'x')}, {UsbStatus::Pipe, {}}}) {
+        script.writing = answer;
+        QCOMPARE(usb->SendCmd(buffer, 8), 253);
+    }
+    script.transfers.clear();
+    script.claim = UsbStatus::Busy; // the interface is another's
     QCOMPARE(usb->SendCmd(buffer, 8), 253);
     QCOMPARE(usb->ReadCmdBulk(buffer, 64), 254);
     QVERIFY(script.transfers.isEmpty());

@@ -2,15 +2,14 @@
 // The command channel and the key watcher with the real libusb and the scanner in software; runs below
 // `vscan run`.
 #include "config/installroot.h"
-#include "device/buttonwatch.h"
 #include "device/statefile.h"
+#include "watching.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QtTest>
-#include <thread>
 
 namespace {
 
@@ -26,58 +25,6 @@ int openDescriptors()
     return QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size();
 }
 
-// What the watcher reported since the last look.
-class Codes
-{
-public:
-    void add(int code)
-    {
-        const std::lock_guard lock(m_mutex);
-        m_codes << code;
-    }
-    int count(int code) const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_codes.count(code);
-    }
-    int last() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_codes.isEmpty() ? -1 : m_codes.last();
-    }
-    void clear()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_codes.clear();
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QVector<int> m_codes;
-};
-
-class Watching
-{
-public:
-    Watching()
-        : watch(makeLibUsb(), quick,
-                {[this](int code) { codes.add(code); }, [](const QString&) {}, [](bool) {}}),
-          m_thread([this] { watch.loop(); })
-    {
-    }
-    ~Watching()
-    {
-        watch.stop();
-        m_thread.join();
-    }
-
-    Codes codes;
-    ButtonWatch watch;
-
-private:
-    std::thread m_thread;
-};
-
 } // namespace
 
 class TestVirtualKeys : public QObject
@@ -87,12 +34,8 @@ class TestVirtualKeys : public QObject
 private slots:
     void initTestCase();
     void init();
-    void pressesAndPlug();
-    void pressDuringAJob();
     void deviceIsFreeDuringAJob();
-    void takenByOthers();
-    void absentDevice();
-    void manyPollsKeepNothing();
+    void commandsWithoutTheDevice();
     void noPressLostOrDoubled();
 };
 
@@ -115,48 +58,12 @@ void TestVirtualKeys::init()
     }
 }
 
-void TestVirtualKeys::pressesAndPlug()
-{
-    Watching watching;
-    QTRY_VERIFY(watching.codes.count(5) > 1);
-    QVERIFY(vscan("press 1"));
-    QTRY_COMPARE(watching.codes.count(1), 1);
-    QVERIFY(vscan("press 2"));
-    QTRY_COMPARE(watching.codes.count(2), 1);
-    QTRY_COMPARE(watching.codes.last(), 5);
-    QCOMPARE(watching.codes.count(4), 0);
-    for (int round = 0; round < 3; ++round) {
-        QVERIFY(vscan("unplug"));
-        QTRY_COMPARE(watching.codes.last(), 4);
-        QVERIFY(vscan("replug"));
-        QTRY_COMPARE(watching.codes.last(), 5);
-    }
-    QVERIFY(vscan("press 1"));
-    QTRY_COMPARE(watching.codes.count(1), 2);
-    QCOMPARE(watching.codes.count(2), 1);
-}
-
-void TestVirtualKeys::pressDuringAJob()
-{
-    QVERIFY(state::write(1));
-    Watching watching;
-    QTRY_COMPARE(watching.codes.last(), 5);
-    watching.watch.setState(ButtonWatch::Job);
-    QVERIFY(vscan("press 1"));
-    QVERIFY(vscan("press 2"));
-    watching.codes.clear();
-    watching.watch.setState(ButtonWatch::Idle);
-    QTRY_VERIFY(watching.codes.count(5) > 2);
-    QCOMPARE(watching.codes.count(1) + watching.codes.count(2), 0);
-    QVERIFY(vscan("press 2"));
-    QTRY_COMPARE(watching.codes.count(2), 1);
-}
-
 // However the poll stood: when setState() returns, another can have the interface.
 void TestVirtualKeys::deviceIsFreeDuringAJob()
 {
     QVERIFY(state::write(1));
-    Watching watching;
+    Watching watching(makeLibUsb(), quick);
+    watching.start();
     for (int round = 0; round < 15; ++round) {
         QTest::qWait(round * 7);
         watching.watch.setState(round % 2 ? ButtonWatch::Job : ButtonWatch::Lent);
@@ -171,7 +78,7 @@ void TestVirtualKeys::deviceIsFreeDuringAJob()
     }
 }
 
-void TestVirtualKeys::takenByOthers()
+void TestVirtualKeys::commandsWithoutTheDevice()
 {
     QVERIFY(vscan("usb claim-busy 1"));
     usb_communicate usb;
@@ -187,44 +94,18 @@ void TestVirtualKeys::takenByOthers()
     QCOMPARE(usb.SendCmd(frame, 8), 0);
     QCOMPARE(usb.ReadCmdBulk(reply, 64), 64);
     QCOMPARE(usb.releaseDevice(), 0);
-}
 
-void TestVirtualKeys::absentDevice()
-{
+    QCOMPARE(usb.initDevice(), 0);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(usb.ReadCmd(reply, 8), 254); // no press
+    QVERIFY(timer.elapsed() >= 90);
     QVERIFY(vscan("unplug"));
-    usb_communicate usb;
+    QCOMPARE(usb.ReadCmd(reply, 8), 254);
+    QCOMPARE(usb.releaseDevice(), 255); // vanished in between
     QCOMPARE(usb.checkUSBPrinter(), 0);
     QCOMPARE(usb.initDevice(), 252);
     QVERIFY(!usb.accessDenied());
-
-    QVERIFY(vscan("replug"));
-    QTRY_COMPARE(usb.initDevice(), 0);
-    unsigned char report[8];
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(usb.ReadCmd(report, 8), 254);
-    QVERIFY(timer.elapsed() >= 90);
-    QVERIFY(vscan("unplug"));
-    QCOMPARE(usb.ReadCmd(report, 8), 254);
-    QCOMPARE(usb.releaseDevice(), 255); // vanished in between
-    QVERIFY(!(usb.initDevice() == 0));
-}
-
-void TestVirtualKeys::manyPollsKeepNothing()
-{
-    const auto poll = [](int times) {
-        for (int i = 0; i < times; ++i) {
-            usb_communicate usb;
-            if (usb.initDevice() == 0 && i % 3)
-                usb.releaseDevice();
-        }
-    };
-    poll(20);
-    const int before = openDescriptors();
-    poll(200);
-    QVERIFY(vscan("unplug"));
-    poll(200);
-    QCOMPARE(openDescriptors(), before);
 }
 
 // Pulled out at any moment of a poll, and back: what is pressed while it is there arrives once.
@@ -232,11 +113,12 @@ void TestVirtualKeys::noPressLostOrDoubled()
 {
     const int before = openDescriptors();
     {
-        Watching watching;
+        Watching watching(makeLibUsb(), quick);
+        watching.start();
         QRandomGenerator random(4);
         for (int round = 1; round <= 30; ++round) {
             QVERIFY(vscan("press 1"));
-            QTRY_COMPARE(watching.codes.count(1), round);
+            QTRY_COMPARE(watching.count(1), round);
             if (round % 2)
                 continue;
             QTest::qWait(random.bounded(130));
@@ -244,9 +126,12 @@ void TestVirtualKeys::noPressLostOrDoubled()
             QTest::qWait(random.bounded(130));
             QVERIFY(vscan("replug"));
         }
-        watching.codes.clear();
-        QTRY_VERIFY(watching.codes.count(5) > 2);
-        QCOMPARE(watching.codes.count(1), 0);
+        QTest::qWait(300);
+        QCOMPARE(watching.count(1), 30);
+        QVERIFY(vscan("unplug"));
+        QTRY_COMPARE(watching.codes().last(), int(buttoncode::DeviceAbsent));
+        QVERIFY(vscan("replug"));
+        QTRY_COMPARE(watching.codes().last(), int(buttoncode::NoPress));
     }
     QCOMPARE(openDescriptors(), before);
 }
