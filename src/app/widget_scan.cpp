@@ -310,8 +310,11 @@ void Widget::processPageFiles()
 int Widget::processNext(const QStringList& files, int index)
 {
     const QString& front = files.at(index);
-    const bool merge = workPage().pageOptions(m_preview).merge;
-    if (!merge || index + 1 == files.size()) {
+    // A page whose other side is missing (a bad page, a cancelled batch) goes alone: pairs must not shift.
+    const int number = pageNumber(front);
+    const bool paired =
+        number % 2 == 1 && index + 1 < files.size() && pageNumber(files.at(index + 1)) == number + 1;
+    if (!paired || !workPage().pageOptions(m_preview).merge) {
         takeResult(imageProcess(QFile::encodeName(front).constData()), {front});
         return 1;
     }

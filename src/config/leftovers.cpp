@@ -56,15 +56,3 @@ QString keepLeftovers(const QDateTime& now)
     }
     return QDir().rmdir(folder) ? QString() : folder; // only an empty one goes
 }
-
-int removeLeftovers()
-{
-    int removed = 0;
-    for (const QString& file : leftovers()) {
-        if (QFile::remove(file))
-            ++removed;
-        else
-            qWarning().noquote() << "cannot delete" << file;
-    }
-    return removed;
-}

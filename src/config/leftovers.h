@@ -14,6 +14,3 @@ QStringList pageFiles();
 // tempfiles/kept/yyyyMMdd-hhmmss/ and returns that folder, ending in "/"; empty when there was nothing. A
 // file that cannot be moved is logged and stays.
 QString keepLeftovers(const QDateTime& now = QDateTime::currentDateTime());
-
-// Deletes the same files, for a batch whose pages nobody wants any more. Returns how many were deleted.
-int removeLeftovers();

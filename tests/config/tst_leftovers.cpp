@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/carryover.h"
 #include "config/leftovers.h"
 #include "freshroot.h"
 
@@ -45,11 +46,21 @@ private slots:
                  QByteArray("zarnqwd200-0002.pnm"));
     }
 
-    void removal()
+    void cancelledPagesStandBeforeTheNextBatch()
     {
-        makeFiles();
-        QCOMPARE(removeLeftovers(), 4);
-        QCOMPARE(names(paths::tempFolder()), (QStringList{"autoRotate.bmp", "lastPage.ppm", "other.pnm"}));
+        const auto page = [](const char* name) { return putFile(paths::tempFolder() + name, name); };
+        QVERIFY(page("zarnqwd200-0001.pnm") && page("zarnqwd200-0003.pnm") &&
+                page("zarnqwd200-0004.pnm.part"));
+        QCOMPARE(carryOverPages(), 2);
+        QVERIFY(page("zarnqwd200-0001.pnm") && page("zarnqwd200-0002.pnm")); // the next batch, cancelled too
+        QCOMPARE(carryOverPages(), 4);
+        // Nothing is overwritten, the order stays, and fronts keep odd numbers.
+        QCOMPARE(names(paths::tempFolder()),
+                 (QStringList{"zarnqwd200-0000-0001.pnm", "zarnqwd200-0000-0003.pnm",
+                              "zarnqwd200-0000-0005.pnm", "zarnqwd200-0000-0006.pnm"}));
+        QVERIFY(page("zarnqwd200-0001.pnm"));
+        QVERIFY(pageFiles().last().endsWith("zarnqwd200-0001.pnm"));
+        QVERIFY(!pageFiles().last().contains("-0000-"));
     }
 };
 
