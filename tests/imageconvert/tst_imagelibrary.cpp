@@ -68,6 +68,28 @@ private slots:
         m_small = file("small.pnm");
     }
 
+    void saveOptionsAndThresholdAreTheUsersWish()
+    {
+        ImageConvertFunction library;
+        const auto sizeAs = [&](const char* type, const char* value) {
+            ImageHandle page(library, library.getImage(m_page.constData()));
+            page.reset(library.imageCompress(page.get(), type, value));
+            if (!library.saveImage(page.get(), m_folder.path() + '/', "sized", type, 150))
+                return qint64(-1);
+            return QFileInfo(m_folder.filePath(QStringLiteral("sized.") + type)).size();
+        };
+        QVERIFY(sizeAs("jpg", "20") < sizeAs("jpg", "85") && sizeAs("jpg", "85") < sizeAs("jpg", "98"));
+        QCOMPARE(sizeAs("jpg", "300"), sizeAs("jpg", "85")); // no quality: the default stays
+        QVERIFY(sizeAs("png", "9") < sizeAs("png", "0"));
+        const auto black = [&](int threshold) {
+            ImageHandle page(library, library.getImage(m_page.constData()));
+            page.reset(library.imageRGBtoWB(page.get(), threshold));
+            return drawn::darkShare(imageconvert::toGrey(saved(library, page.get())), 128);
+        };
+        QVERIFY(black(60) <= black(130) && black(130) < black(220));
+        QVERIFY(black(130) > 0.01);
+    }
+
     void nullAndUnknownHandlesAreHarmless()
     {
         ImageConvertFunction library, other;
