@@ -76,20 +76,20 @@ class Batches(ProgramTest):
         self.assertGreater(took, 5)
 
     def test_pages_of_a_cancelled_batch_go_with_the_next(self):
-        session = self.started(self.feeder(4), speed="real")
+        session = self.started(self.feeder(9), speed="real")  # enough sheets for a key press that comes late
         session.press_scan()
         session.wait_for_progress("正在扫描第3张图像", 30)
-        session.display.press(session.window(), "alt+c")
+        session.display.press(session.window_above(), "Escape")  # the status window stands over the main one
         session.wait_for_end(30)
         self.assertEqual(session.new_files(), [])
         self.assertTrue(session.log.texts("progress").count("取消扫描"))
         left = [path for path in self.page_files(session) if path.endswith(".pnm")]
-        self.assertGreaterEqual(len(left), 2)
+        self.assertIn(len(left), range(2, 9))
         session.vscan("load", session.feeder)
         session.press_scan()
         session.wait_for_end(90)
         bars = [count_bars(path) for path in session.new_files()]
-        self.assertEqual(bars, list(range(1, len(left) + 1)) + [1, 2, 3, 4])
+        self.assertEqual(bars, list(range(1, len(left) + 1)) + list(range(1, 10)))
         self.assertEqual(self.page_files(session), [])
 
     def test_closing_during_a_batch_asks_first(self):
