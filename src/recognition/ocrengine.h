@@ -4,6 +4,7 @@
 #include <memory>
 #include <opencv2/core.hpp>
 #include <string>
+#include <vector>
 
 namespace tesseract {
 class TessBaseAPI;
@@ -22,12 +23,15 @@ public:
     };
 
     OcrEngine();
-    ~OcrEngine();
+    ~OcrEngine(); // clears and ends the engine
     OcrEngine(const OcrEngine&) = delete;
     OcrEngine& operator=(const OcrEngine&) = delete;
 
     // False when the model is missing or damaged (logged); every reading is then empty.
     bool isReady() const { return m_api != nullptr; }
+
+    // For the functions below and those of boxreading.h; nullptr when not ready.
+    tesseract::TessBaseAPI* handle() { return m_api.get(); }
 
     // Reads one block of upright text: CV_8UC1, or CV_8UC3 (only its brightness matters).
     Reading read(const cv::Mat& image);
@@ -35,3 +39,16 @@ public:
 private:
     std::unique_ptr<tesseract::TessBaseAPI> m_api;
 };
+
+// Loads the model (again), in the engine mode "default", and switches OpenMP off for the calling thread.
+// False when the model is missing or damaged (logged to stderr in English).
+bool initEngine(tesseract::TessBaseAPI& api);
+
+// Gives the engine a page at 300 dpi; later boxes are in this page's pixels. The engine keeps a grey copy of
+// its own. The first reads a picture file (false when that fails), the second takes CV_8UC1 or CV_8UC3.
+bool setEnginePage(tesseract::TessBaseAPI& api, const std::string& file);
+bool setEnginePage(tesseract::TessBaseAPI& api, const cv::Mat& page);
+
+// The boxes of the text lines on the engine's page by automatic segmentation (columns stay apart), in reading
+// order, in page pixels; empty when there are none. Leaves the engine ready for readBoxes().
+std::vector<cv::Rect> findTextLines(tesseract::TessBaseAPI& api);
