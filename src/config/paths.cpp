@@ -28,6 +28,7 @@ QString pagePrefix() { return below("tempfiles/zarnqwd200"); }
 QString stateFile() { return below("StateInfo"); }
 QString translation() { return below("qt_zh_CN.qm"); }
 QString pdfReader() { return below("pdfReader"); }
+QString ofdPacker() { return below("zip-ofd"); }
 QString manual() { return below("help_qwd200.pdf"); }
 QString scratchText() { return below("test.txt"); }
 QString logoImage() { return below("zarn.png"); }

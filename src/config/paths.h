@@ -16,6 +16,7 @@ QString pagePrefix();     // "tempfiles/zarnqwd200": page files are PREFIX-0001.
 QString stateFile();      // "StateInfo"
 QString translation();    // "qt_zh_CN.qm"
 QString pdfReader();      // "pdfReader"
+QString ofdPacker();      // "zip-ofd"
 QString manual();         // "help_qwd200.pdf"
 QString scratchText();    // "test.txt"
 QString logoImage();      // "zarn.png"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageconvert/outputfile.h"
 
-#include "imageconvert/picture.h"
+#include "imageconvert/pictureerror.h"
 
 #include <atomic>
 #include <cerrno>

@@ -1,28 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "imageconvert/pictureerror.h"
 #include "imageconvert/tone.h"
 
 #include <memory>
 #include <opencv2/core.hpp>
-#include <stdexcept>
 #include <string>
 
 namespace imageconvert {
-
-// Why a picture could not be read, changed or written (English, for the log).
-class PictureError : public std::runtime_error
-{
-public:
-    explicit PictureError(const std::string& what, bool diskFull = false)
-        : std::runtime_error(what), m_diskFull(diskFull)
-    {
-    }
-    bool diskFull() const { return m_diskFull; }
-
-private:
-    bool m_diskFull;
-};
 
 // What the user chose for the file types; see ImageConvertFunction::imageCompress.
 struct SaveOptions
