@@ -108,6 +108,15 @@ std::string pathOf(const QString& folder, const char* name, const char* type)
     return QFile::encodeName(folder).toStdString() + name + "." + type;
 }
 
+// The box around what is kept of a picture of this size; all of it when there is no sheet.
+QRect boundsOf(const Sheet& sheet, const cv::Size& size)
+{
+    const cv::Rect all(cv::Point(0, 0), size);
+    const cv::RotatedRect outline(sheet.centre, sheet.size, static_cast<float>(sheet.angleDeg));
+    const cv::Rect kept = sheet.found ? outline.boundingRect() & all : all;
+    return {kept.x, kept.y, kept.width, kept.height};
+}
+
 void removePieces(QDir folder)
 {
     const QStringList old = folder.entryList({QStringLiteral("crop*.bmp")}, QDir::Files | QDir::NoSymLinks);
@@ -146,10 +155,11 @@ MagickWand* ImageConvertFunction::imageLightAndContrast(MagickWand* wand, double
 MagickWand* ImageConvertFunction::imageAutoCrop(MagickWand* wand)
 {
     return d->edit(wand, "imageAutoCrop", [](Picture& p) {
-        const Sheet sheet = detectSheet(p.reduced());
+        const Sheet sheet = detectSheet(p.reduced()).scaled(p.reduced().factor);
+        p.measures.cropBox = boundsOf(sheet, p.untoned().size());
+        p.measures.skewDeg = p.measures.skewDeg.value_or(0) + (sheet.found ? sheet.angleDeg : 0);
         if (sheet.found)
-            p.setUntoned(
-                cutSheet(p.untoned(), sheet.scaled(p.reduced().factor), paperColour(p.reduced().colour)));
+            p.setUntoned(cutSheet(p.untoned(), sheet, paperColour(p.reduced().colour)));
     });
 }
 
@@ -157,7 +167,9 @@ bool ImageConvertFunction::AutoDeleteBlankPage(MagickWand* wand, int darkness, d
 {
     bool blank = false;
     d->edit(wand, "AutoDeleteBlankPage", [&](Picture& p) {
-        blank = detectBlank(p.untoned(), p.reduced(), {darkness, percent}).blank;
+        const BlankResult result = detectBlank(p.untoned(), p.reduced(), {darkness, percent});
+        blank = result.blank;
+        p.measures.blankPercent = result.percent;
     });
     return blank;
 }
@@ -202,6 +214,7 @@ MagickWand* ImageConvertFunction::imageDeskew(MagickWand* wand)
 {
     return d->edit(wand, "imageDeskew", [](Picture& p) {
         const SkewResult skew = detectSkew(p.reduced().grey, p.reduced().dpi);
+        p.measures.skewDeg = p.measures.skewDeg.value_or(0) + (skew.sure ? skew.angleDeg : 0);
         if (skew.sure)
             p.setUntoned(straightened(p.untoned(), skew.angleDeg, paperColour(p.reduced().colour)));
     });
@@ -392,6 +405,18 @@ double ImageConvertFunction::dpi(MagickWand* wand) const
 {
     const Picture* picture = d->find(wand);
     return picture ? picture->dpi() : 0;
+}
+
+double ImageConvertFunction::workingDpi(MagickWand* wand) const
+{
+    const Picture* picture = d->find(wand);
+    return picture ? picture->workingDpi() : 0;
+}
+
+PageMeasures ImageConvertFunction::measures(MagickWand* wand) const
+{
+    const Picture* picture = d->find(wand);
+    return picture ? picture->measures : PageMeasures();
 }
 
 QString ImageConvertFunction::lastError() const

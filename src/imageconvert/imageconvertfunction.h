@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "imageconvert/pagemeasures.h"
+
 #include <QString>
 #include <memory>
 
@@ -94,6 +96,10 @@ public:
     int width(MagickWand* wand) const;
     int height(MagickWand* wand) const;
     double dpi(MagickWand* wand) const;
+    // The resolution that millimetres are reckoned with: the known one, else the guess.
+    double workingDpi(MagickWand* wand) const;
+    // What auto-crop, deskew and the blank-page test measured on this page so far.
+    PageMeasures measures(MagickWand* wand) const;
 
     // Why the last operation failed (English, for the log); empty after one that worked.
     QString lastError() const;

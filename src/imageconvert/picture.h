@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imageconvert/pictureerror.h"
+#include "imageconvert/pagemeasures.h"
 #include "imageconvert/tone.h"
 
 #include <memory>
@@ -59,6 +60,7 @@ public:
     double workingDpi() const; // the known resolution, else one guessed from the size
 
     SaveOptions save;
+    PageMeasures measures;
 
 private:
     cv::Mat m_pixels;
