@@ -6,7 +6,7 @@ get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
 execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE translations
                 OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-install(TARGETS qwd200 RUNTIME DESTINATION bin)
+install(TARGETS qwd200 imageconvert_command RUNTIME DESTINATION bin)
 install(TARGETS imageconvert LIBRARY DESTINATION lib NAMELINK_SKIP)
 install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
 install(DIRECTORY DESTINATION scanModeFile)

@@ -42,63 +42,81 @@ bool provesText(const QString& text)
     return (ideographs >= kMinIdeographs && ideographs > rings) || letters.size() >= kMinLetters;
 }
 
-// True when every sample reads as text with confidence.
-bool readsUpright(OcrEngine& engine, const std::vector<cv::Mat>& samples)
+// The lowest confidence, 0 to 1, when every sample reads as text with confidence; else 0.
+double readsUpright(OcrEngine& engine, const std::vector<cv::Mat>& samples)
 {
-    return std::all_of(samples.begin(), samples.end(), [&](const cv::Mat& sample) {
+    int lowest = 100;
+    for (const cv::Mat& sample : samples) {
         const OcrEngine::Reading reading = engine.read(sample);
         const QString text = QString::fromStdString(reading.text);
         qDebug() << "words: " << text.simplified() << reading.confidence;
-        return reading.confidence > kConfidenceAbove && provesText(text);
-    });
+        if (reading.confidence <= kConfidenceAbove || !provesText(text))
+            return 0;
+        lowest = std::min(lowest, reading.confidence);
+    }
+    return lowest / 100.0;
 }
 
-int judge(const cv::Mat& image)
+// Code 0, 2 or undecided.
+Orientation judge(const cv::Mat& image)
 {
     std::vector<cv::Mat> samples = findTextSamples(image);
     if (samples.empty())
-        return kOrientationUndecided;
+        return {};
     OcrEngine engine;
     if (!engine.isReady())
-        return kOrientationUndecided;
-    if (readsUpright(engine, samples))
-        return 0;
+        return {};
+    if (const double confidence = readsUpright(engine, samples); confidence > 0)
+        return {0, confidence};
     qDebug("********** 180 OCR ************");
     for (cv::Mat& sample : samples)
         cv::flip(sample, sample, -1);
-    return readsUpright(engine, samples) ? 2 : kOrientationUndecided;
+    const double confidence = readsUpright(engine, samples);
+    return confidence > 0 ? Orientation{2, confidence} : Orientation{};
+}
+
+Orientation judgeUpright(const cv::Mat& image)
+{
+    if (image.empty() || image.type() != CV_8UC3)
+        return {};
+    try {
+        return judge(image);
+    } catch (const std::exception& error) {
+        qWarning("orientation: %s", error.what());
+    }
+    return {};
 }
 
 } // namespace
 
 int getRotation(const cv::Mat& image)
 {
-    if (image.empty() || image.type() != CV_8UC3)
-        return kOrientationUndecided;
-    try {
-        return judge(image);
-    } catch (const std::exception& error) {
-        qWarning("orientation: %s", error.what());
-    }
-    return kOrientationUndecided;
+    return judgeUpright(image).code;
 }
 
 int getRealRotation(const std::string& path)
 {
+    return detectOrientation(path).code;
+}
+
+Orientation detectOrientation(const std::string& path)
+{
     try {
         const cv::Mat image = cv::imread(path, cv::IMREAD_COLOR);
-        const int upright = getRotation(image);
-        if (upright != kOrientationUndecided || image.empty())
+        const Orientation upright = judgeUpright(image);
+        if (upright.code != kOrientationUndecided || image.empty())
             return upright;
         cv::Mat turned;
         cv::transpose(image, turned);
         cv::flip(turned, turned, 1);
-        const int sideways = getRotation(turned);
-        return sideways == 0 ? 1 : sideways == 2 ? 3 : kOrientationUndecided;
+        Orientation sideways = judgeUpright(turned);
+        if (sideways.code != kOrientationUndecided)
+            sideways.code = sideways.code == 0 ? 1 : 3;
+        return sideways;
     } catch (const std::exception& error) {
         qWarning("orientation: cannot judge \"%s\": %s", path.c_str(), error.what());
     }
-    return kOrientationUndecided;
+    return {};
 }
 
 double rotationAngle(int code)
