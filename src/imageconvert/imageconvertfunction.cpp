@@ -5,11 +5,13 @@
 #include "imageconvert/binarise.h"
 #include "imageconvert/blank.h"
 #include "imageconvert/despeckle.h"
+#include "imageconvert/documentjob.h"
 #include "imageconvert/enhance.h"
 #include "imageconvert/filters.h"
 #include "imageconvert/geometry.h"
 #include "imageconvert/launcher.h"
 #include "imageconvert/levels.h"
+#include "imageconvert/pageerror.h"
 #include "imageconvert/paper.h"
 #include "imageconvert/picture.h"
 #include "imageconvert/picturereader.h"
@@ -33,6 +35,7 @@ struct ImageConvertFunction::Private
     std::uintptr_t lastHandle = 0;
     QString error;
     bool diskFull = false;
+    std::string errorPage;
 
     MagickWand* add(std::unique_ptr<Picture> picture)
     {
@@ -54,10 +57,15 @@ struct ImageConvertFunction::Private
     {
         error.clear();
         diskFull = false;
+        errorPage.clear();
         const QString prefix = QString::fromLatin1(operation) + QStringLiteral(": ");
         try {
             work();
             return true;
+        } catch (const PageError& e) {
+            errorPage = e.page();
+            diskFull = e.diskFull();
+            error = prefix + QString::fromLocal8Bit(e.what());
         } catch (const PictureError& e) {
             diskFull = e.diskFull();
             error = prefix + QString::fromLocal8Bit(e.what());
@@ -366,6 +374,33 @@ bool ImageConvertFunction::saveImage(MagickWand* wand, const QString& folder, co
     return saved;
 }
 
+bool ImageConvertFunction::writeImage(MagickWand* wand, const QString& path)
+{
+    bool written = false;
+    d->edit(wand, "writeImage", [&](Picture& p) {
+        writePicture(p.pixels(), QFile::encodeName(path).toStdString(),
+                     QFileInfo(path).suffix().toStdString(), p.workingDpi(), p.save);
+        written = true;
+    });
+    return written;
+}
+
+bool ImageConvertFunction::savePDF(const QStringList& pages, const QString& saveDir, const QString& baseName,
+                                   const char* type, const DocumentOptions& options)
+{
+    return d->guarded("savePDF", [&] {
+        writePdf(documentJob(pages, saveDir, baseName, QString::fromUtf8(type), options));
+    });
+}
+
+bool ImageConvertFunction::saveOFD(const QStringList& pages, const QString& saveDirWithSlash,
+                                   const QString& baseName, int paperCode, const DocumentOptions& options)
+{
+    return d->guarded("saveOFD", [&] {
+        writeOfd(documentJob(pages, saveDirWithSlash, baseName, QStringLiteral("ofd"), options), paperCode);
+    });
+}
+
 bool ImageConvertFunction::imageStartExe(const QString& folder, const char* name, const char* type,
                                          const char* application)
 {
@@ -427,4 +462,9 @@ QString ImageConvertFunction::lastError() const
 bool ImageConvertFunction::lastErrorIsDiskFull() const
 {
     return d->diskFull;
+}
+
+QString ImageConvertFunction::lastErrorPage() const
+{
+    return QFile::decodeName(d->errorPage.c_str());
 }

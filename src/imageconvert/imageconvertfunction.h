@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "imageconvert/documentoptions.h"
 #include "imageconvert/pagemeasures.h"
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 struct _MagickWand;
@@ -89,6 +91,29 @@ public:
     // split by the desktop-entry rules (no shell); empty opens the desktop's default application.
     bool imageStartExe(const QString& folder, const char* name, const char* type, const char* application);
 
+    // Writes the picture to `path`; the type is the extension (jpg, jpeg, tif, tiff, png, bmp). Resolution:
+    // the picture's own or what setSourceDpi() said. Whole or not at all, as saveImage().
+    bool writeImage(MagickWand* wand, const QString& path);
+
+    // Documents of page pictures, one page per file, in the order of `pages`. All page files are looked at
+    // before anything is written. One that is missing, empty, cut off or damaged fails the whole document
+    // (lastErrorPage() names it): a document that lacks a page and looks whole would serve nobody. After a
+    // failure nothing is left under the final name but an older file that stood there; page files are never
+    // changed or removed. JPEG data goes in byte for byte. Memory does not grow with the number of pages.
+    //
+    // savePDF writes saveDir + "/" + baseName + "." + type, saveOFD saveDirWithSlash + baseName + ".ofd"; an
+    // existing file is replaced. False, with the reason in lastError(), when pages is empty, the name is
+    // not one of a file in that folder, or a file cannot be read or written.
+    //
+    // PDF page: pixels / resolution, made exactly A3, A4, A5, B5 (JIS), Letter or Legal when within 2 mm of
+    // it.
+    bool savePDF(const QStringList& pages, const QString& saveDir, const QString& baseName, const char* type,
+                 const DocumentOptions& options = {});
+    // OFD page: the paper of `paperCode` (see ofdpaper.h) when the scan is within 3 mm of it in either
+    // direction, else pixels / resolution.
+    bool saveOFD(const QStringList& pages, const QString& saveDirWithSlash, const QString& baseName,
+                 int paperCode, const DocumentOptions& options = {});
+
     // Tells the resolution that a page was scanned at when its file does not (PNM); else the operations that
     // measure in millimetres (blank pages, specks) guess it from the size, as of an A4 or Legal page.
     void setSourceDpi(MagickWand* wand, double dpi);
@@ -105,6 +130,8 @@ public:
     QString lastError() const;
     // True when the last failure was a full disk or a file-size limit.
     bool lastErrorIsDiskFull() const;
+    // The page file that made savePDF() or saveOFD() fail; empty when the failure was not about a page.
+    QString lastErrorPage() const;
 
 private:
     struct Private;
