@@ -56,3 +56,15 @@ QString keepLeftovers(const QDateTime& now)
     }
     return QDir().rmdir(folder) ? QString() : folder; // only an empty one goes
 }
+
+void clearTempTexts()
+{
+    const QDir folder(paths::tempTextFolder());
+    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo& entry : folder.entryInfoList(everything)) {
+        const bool isFolder = entry.isDir() && !entry.isSymLink();
+        const QString path = entry.filePath();
+        if (!(isFolder ? QDir(path).removeRecursively() : QFile::remove(path)))
+            qWarning().noquote() << "cannot remove" << path;
+    }
+}

@@ -14,3 +14,6 @@ QStringList pageFiles();
 // tempfiles/kept/yyyyMMdd-hhmmss/ and returns that folder, ending in "/"; empty when there was nothing. A
 // file that cannot be moved is logged and stays.
 QString keepLeftovers(const QDateTime& now = QDateTime::currentDateTime());
+
+// Deletes every entry of the folder for temporary texts; what cannot be deleted is logged and stays.
+void clearTempTexts();

@@ -11,7 +11,7 @@ struct DocumentJob
     QString folder;           // an existing folder, with or without "/" at its end
     QString baseName;         // a valid file name without extension; a file of that name is replaced
     QString typeWord = "pdf"; // extension of a PDF; OFD documents always end in ".ofd"
-    int paperIndex = 0;       // item of the paper combo: 0 A4, 1 Letter, 2 A5, 3 B5 (JIS), 4 Legal, else custom
+    int paperIndex = 0; // item of the paper combo: 0 A4, 1 Letter, 2 A5, 3 B5 (JIS), 4 Legal, else custom
 
     // Both may be empty. They are called in the calling thread only, which also pumps its events meanwhile.
     std::function<void(const QString&)> progress; // "正在识别第1张图像"

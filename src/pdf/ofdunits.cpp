@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/ofdunits.h"
 
+#include "imageconvert/ofdpaper.h"
+
 namespace {
 
 QString wholeMillimetres(float value)
@@ -9,15 +11,6 @@ QString wholeMillimetres(float value)
     const int point = text.indexOf('.');
     return point < 0 ? text : text.left(point);
 }
-
-struct Sides
-{
-    int longSide;
-    int shortSide;
-};
-
-// Whole millimetres, cut off; A5 and B5 are one short of the standard's, as they always were here.
-constexpr Sides kPapers[] = {{297, 210}, {279, 215}, {209, 148}, {257, 181}, {355, 215}};
 
 } // namespace
 
@@ -43,9 +36,9 @@ QString getOFDTop(int px, int pageHeightMm)
 
 QSize ofdPageBox(int paperIndex, const QSize& firstPicture)
 {
-    constexpr int papers = sizeof kPapers / sizeof kPapers[0];
-    if (paperIndex < 0 || paperIndex >= papers)
+    const imageconvert::OfdPaper* paper = imageconvert::ofdPaper(paperIndex + 2);
+    if (!paper)
         return firstPicture;
-    const QSize upright(kPapers[paperIndex].shortSide, kPapers[paperIndex].longSide);
+    const QSize upright(paper->shortSideMm, paper->longSideMm);
     return firstPicture.width() >= firstPicture.height() ? upright.transposed() : upright;
 }

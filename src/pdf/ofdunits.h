@@ -4,8 +4,9 @@
 #include <QSize>
 #include <QString>
 
-// Millimetres of an OFD page from pixels of the frame of 2480 x 3508 (A4 at 300 dpi) that stands for the page.
-// Single precision, six significant digits, whole millimetres: what follows the decimal point is cut off.
+// Millimetres of an OFD page from pixels of the frame of 2480 x 3508 (A4 at 300 dpi) that stands for the
+// page. Single precision, six significant digits, whole millimetres: what follows the decimal point is cut
+// off.
 constexpr int kOfdFrameWidth = 2480;
 constexpr int kOfdFrameHeight = 3508;
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "pdf/documentjob.h"
-#include "pdf/pagereader.h"
+#include "pdf/documentreading.h"
 #include "pdf/textlines.h"
 
 #include <QMap>
@@ -11,7 +10,7 @@ class OfdPackage;
 
 // Writes an OFD document that holds the recognised text of pages where it stands on the scan, and nothing
 // else: no page picture. Its parts are written into the save folder and packed there by the companion program
-// of the install root. GUI thread; nothing is thrown.
+// of the install root. One object for one document; GUI thread; nothing is thrown.
 class SearchableOfd
 {
 public:
@@ -28,9 +27,6 @@ private:
     bool writePages(const QStringList& pages, OfdPackage& package);
     bool pack();
 
-    PageReader& m_reader;
-    DocumentJob m_job;
-    DocumentResult m_result;
+    DocumentReading m_reading;
     int m_pageWidthMm = 0;
-    int m_lostLines = 0;
 };

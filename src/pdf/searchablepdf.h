@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "pdf/documentjob.h"
-#include "pdf/pagereader.h"
+#include "pdf/documentreading.h"
 #include "pdf/textlines.h"
 
 #include <QMap>
 #include <QSize>
 
 // Writes a PDF that holds the recognised text of pages where it stands on the scan, and nothing else: no page
-// picture. GUI thread (or a test's main thread; needs a QGuiApplication); nothing is thrown.
+// picture. One object for one document; GUI thread (needs a QGuiApplication); nothing is thrown.
 class SearchablePdf
 {
 public:
@@ -19,16 +18,13 @@ public:
     // Empties the folder for temporary texts at the end.
     DocumentResult pdfOcrProcess(const QStringList& pages);
 
-    // The lines of one page to be drawn, with places on the job's paper. False when the page cannot be read.
+    // The lines of one page to be drawn, with places on the job's paper. False when the page could not be
+    // read or the work is cancelled.
     bool pdfHandleMutiTest(const QString& imagePath, QMap<int, zarnPDFLINERET>& lines);
 
 private:
-    class Drawing;
-    bool drawPages(const QStringList& pages, Drawing& drawing);
+    bool drawPages(const QStringList& pages, class TextPages& drawn);
 
-    PageReader& m_reader;
-    DocumentJob m_job;
-    DocumentResult m_result;
+    DocumentReading m_reading;
     QSize m_paper; // pixels at 300 dpi
-    int m_lostLines = 0;
 };

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pdf/textlines.h"
+
+#include "pdf/ofdunits.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+// One line of text: what would break a line or a record becomes a blank, one for one, so that the spans of
+// the characters stay in step.
+QString oneLine(const std::string& utf8)
+{
+    QString text = QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+    for (QChar& character : text) {
+        if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+            character == QChar::ParagraphSeparator)
+            character = ' ';
+    }
+    return text;
+}
+
+bool isAscii(QChar character)
+{
+    return character.unicode() < 0x80;
+}
+
+// Height of the baseline above the lower edge of a box that fits the ink of `text`, as a share of the box's
+// height. Chinese characters reach a tenth below the baseline in the usual fonts; Latin letters and digits
+// stand on it unless one of them has a descender, a fifth of the ink's height.
+double depthBelowBaseline(const QString& text)
+{
+    if (!std::all_of(text.begin(), text.end(), isAscii))
+        return 0.1;
+    const QString descenders = QStringLiteral("gjpqy,;()[]{}@$|Q");
+    const bool reachesBelow =
+        std::any_of(text.begin(), text.end(), [&](QChar c) { return descenders.contains(c); });
+    return reachesBelow ? 0.22 : 0;
+}
+
+// The smallest x whose drawnLeft() is `left`.
+int recordX(int left)
+{
+    return (left * 5 + 3) / 4;
+}
+
+// Advances in pixels between the characters of a line, from where each of them stands.
+std::vector<double> advancesOf(const std::vector<SymbolSpan>& symbols)
+{
+    std::vector<double> advances;
+    for (size_t i = 1; i < symbols.size(); ++i)
+        advances.push_back(std::max(0, symbols[i].left - symbols[i - 1].left));
+    return advances;
+}
+
+// The same without that knowledge: the line's width shared out, half a share to an ASCII character.
+std::vector<double> sharedAdvances(const QVector<uint>& characters, int width)
+{
+    std::vector<double> advances;
+    for (const uint character : characters)
+        advances.push_back(character < 0x80 ? 0.5 : 1);
+    const double shares = std::accumulate(advances.begin(), advances.end(), 0.0);
+    for (double& advance : advances)
+        advance *= width / shares;
+    if (!advances.empty())
+        advances.pop_back();
+    return advances;
+}
+
+// `mmPerPixel` along the line.
+QString deltaX(const BoxText& line, const QString& text, double mmPerPixel)
+{
+    const QVector<uint> characters = text.toUcs4();
+    const bool known = line.symbols.size() == static_cast<size_t>(characters.size());
+    QStringList values;
+    for (const double advance : known ? advancesOf(line.symbols) : sharedAdvances(characters, line.box.width))
+        values.append(QString::number(advance * mmPerPixel, 'f', 2));
+    return values.join(' ');
+}
+
+bool isText(const BoxText& line)
+{
+    return line.confidence > kTextConfidence && !line.text.empty();
+}
+
+int scaled(int value, double factor)
+{
+    return static_cast<int>(std::lround(value * factor));
+}
+
+} // namespace
+
+int drawnLeft(int x)
+{
+    return x * 4 / 5; // x * 0.8 without its rounding error
+}
+
+QMap<int, zarnPDFLINERET> pdfTextLines(const PageText& page, const QSize& paper)
+{
+    // A scan is often some pixels larger than its paper; that is no reason to shrink it.
+    constexpr double kTolerance = 1.02;
+    double scale = 1;
+    if (page.size.width() > paper.width() * kTolerance || page.size.height() > paper.height() * kTolerance)
+        scale =
+            std::min(double(paper.width()) / page.size.width(), double(paper.height()) / page.size.height());
+    QMap<int, zarnPDFLINERET> lines;
+    for (const BoxText& line : page.lines) {
+        const QString text = oneLine(line.text).section(',', 0, 0);
+        if (!isText(line) || text.isEmpty())
+            continue;
+        const cv::Rect& box = line.box;
+        const double baseline = box.y + box.height * (1 - depthBelowBaseline(text));
+        zarnPDFLINERET& record = lines[line.number];
+        record.number = line.number;
+        record.x = recordX(std::max(0, scaled(box.x, scale)));
+        record.baseline = static_cast<int>(std::lround(baseline * scale));
+        record.width = scaled(box.width, scale);
+        record.height = scaled(box.height, scale);
+        record.confidence = line.confidence;
+        record.text = text;
+    }
+    return lines;
+}
+
+QMap<int, zarnOFDLINERET> ofdTextLines(const PageText& page, int pageWidthMm)
+{
+    QMap<int, zarnOFDLINERET> lines;
+    if (page.size.isEmpty())
+        return lines;
+    const double across = double(kOfdFrameWidth) / page.size.width();
+    const double down = double(kOfdFrameHeight) / page.size.height();
+    for (const BoxText& line : page.lines) {
+        if (!isText(line))
+            continue;
+        zarnOFDLINERET record;
+        record.number = line.number;
+        record.left = scaled(line.box.x, across);
+        record.top = scaled(line.box.y, down);
+        record.width = scaled(line.box.width, across);
+        record.height = scaled(line.box.height, down);
+        record.confidence = line.confidence;
+        record.text = oneLine(line.text);
+        record.deltaX = deltaX(line, record.text, double(pageWidthMm) / page.size.width());
+        lines.insert(lines.size(), record);
+    }
+    return lines;
+}
