@@ -45,7 +45,7 @@ prepare() {
 install_stamp() {
     invoking_user
     printf '%s\n' "$PWD"
-    sha256sum "$BUILD/src/app/qwd200" "$BUILD"/src/imageconvert/*.so | cut -d' ' -f1
+    sha256sum "$BUILD/src/app/qwd200" "$BUILD"/src/imageconvert/*.so "$BUILD/companions/zip-ofd/zip-ofd" | cut -d' ' -f1
 }
 
 readonly WRITABLE_FOLDERS=("$INSTALL_ROOT" "$INSTALL_ROOT"/{scanModeFile,tempfiles,tempTxtFiles})
@@ -66,6 +66,7 @@ give_to_user() {
     group=$(id -gn "$owner")
     as_root install -d "${WRITABLE_FOLDERS[@]}"
     as_root find "$INSTALL_ROOT" -path "$INSTALL_ROOT/bin" -prune -o -path "$INSTALL_ROOT/lib" -prune -o \
+        -path "$INSTALL_ROOT/zip-ofd" -prune -o \
         -exec chown -h "$owner:$group" {} +
     [[ -d $SAVE_FOLDER ]] || as_root install -d -o "$owner" -g "$group" "$SAVE_FOLDER"
     "${AS_USER[@]}" test -w "$SAVE_FOLDER" || say "note: $SAVE_FOLDER belongs to someone else; choose another save folder in the program"

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What belongs below the install root: the program, its image library, Qt's own texts in Chinese, and the
-# folders that the program writes into. No settings: the program writes them at its first start.
+# What belongs below the install root: the program, its image library, the OFD packer, Qt's own texts in Chinese,
+# and the folders that the program writes into. No settings: the program writes them at its first start.
 
 get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
 execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE translations
@@ -8,6 +8,8 @@ execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE 
 
 install(TARGETS qwd200 imageconvert_command RUNTIME DESTINATION bin)
 install(TARGETS imageconvert LIBRARY DESTINATION lib NAMELINK_SKIP)
+install(TARGETS zip-ofd RUNTIME DESTINATION .)
+install(FILES docs/man/imageconvert.1 DESTINATION share/man/man1)
 install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
 install(DIRECTORY DESTINATION scanModeFile)
 install(DIRECTORY DESTINATION tempfiles)

@@ -91,6 +91,7 @@ class Session:
             os.makedirs(os.path.join(self.root, folder))
         if os.path.exists(TRANSLATION):
             shutil.copyfile(TRANSLATION, os.path.join(self.root, "qt_zh_CN.qm"))
+        os.symlink(os.path.join(self.build, "companions", "zip-ofd", "zip-ofd"), os.path.join(self.root, "zip-ofd"))
         write_ini(os.path.join(self.root, "QWD200.conf"), self._keys)
         write_ini(os.path.join(self.root, "QWD200_path.conf"), self._path_keys)
         with open(os.path.join(self.folder, "display.log"), "ab") as log:
