@@ -1,9 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""check_rooms.py [SOURCE_DIR]: reads the includes below src/ and reports what breaks the house rules.
+"""check_rooms.py [SOURCE_DIR]: reads the includes below src/ and companions/ and reports what breaks the house rules.
 
 A room may include itself and the rooms that ALLOWED names; rooms without widgets include no widget header;
 each outside library has one source file that talks to it; the install root is named in one place.
+The small programs below companions/ call rooms below the panels, and never each other.
 """
 import glob
 import os
@@ -25,6 +26,9 @@ ALLOWED = {
     "app": BELOW_PANELS | {"forms", "pdf", "ocr", "device"},
 }
 WITHOUT_WIDGETS = {"config", "imageconvert", "recognition", "output", "imaging", "device"}
+# What a companion may call; one that is not named here: every room below the panels.
+COMPANIONS = {"imageconvert": {"imageconvert", "imaging"}}
+COMPANIONS_WITHOUT_WIDGETS = {"imageconvert"}
 # The files of device/ that have windows; all others there are device_core.
 DEVICE_UI = {"readbtn", "stateinfopanel", "statusicon", "functionalapp"}
 # Rooms with panels and logic: only panels may know panels.
@@ -67,6 +71,33 @@ def include_faults(name, room, include, rooms, widgets):
         yield f"{name}: {room} has no widgets ({include})"
 
 
+def text_faults(name, text):
+    if ROOT_NAME in text and name != ROOT_PLACE:
+        yield f"{name}: only {ROOT_PLACE} names the install root"
+    if "SPDX-License-Identifier: GPL-3.0-or-later" not in text[:200]:
+        yield f"{name}: no licence line"
+    if text.count("\n") > LONGEST_FILE:
+        yield f"{name}: {text.count(chr(10))} lines, more than {LONGEST_FILE}"
+
+
+def check_companions(root, rooms):
+    widgets = widget_headers()
+    faults = []
+    for name, text in sources(root):
+        companion = name.split(os.sep)[0]
+        allowed = COMPANIONS.get(companion, BELOW_PANELS)
+        for include in _INCLUDE.findall(text):
+            target = include.split("/")[0]
+            if "/" in include and target in rooms and target not in allowed:
+                faults.append(f"companions/{name}: {companion} must not call {target} ({include})")
+            if include.startswith("../") or include.startswith("companions/"):
+                faults.append(f"companions/{name}: a companion includes its own folder and the rooms ({include})")
+            if companion in COMPANIONS_WITHOUT_WIDGETS and os.path.basename(include) in widgets:
+                faults.append(f"companions/{name}: {companion} has no widgets ({include})")
+        faults += text_faults("companions/" + name, text)
+    return faults
+
+
 def check(root):
     widgets = widget_headers()
     rooms = {entry for entry in os.listdir(root) if os.path.isdir(os.path.join(root, entry))}
@@ -80,12 +111,7 @@ def check(root):
             faults += include_faults(name, room, include, rooms, widgets)
             if include in SEAMS:
                 seams.setdefault(include, []).append(name)
-        if ROOT_NAME in text and name != ROOT_PLACE:
-            faults.append(f"{name}: only {ROOT_PLACE} names the install root")
-        if "SPDX-License-Identifier: GPL-3.0-or-later" not in text[:200]:
-            faults.append(f"{name}: no licence line")
-        if text.count("\n") > LONGEST_FILE:
-            faults.append(f"{name}: {text.count(chr(10))} lines, more than {LONGEST_FILE}")
+        faults += text_faults(name, text)
     faults += [f"{include} is included in {len(names)} files: {', '.join(names)}"
                for include, names in seams.items() if len(names) > 1]
     return faults
@@ -93,7 +119,7 @@ def check(root):
 
 def main():
     tree = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
-    faults = check(os.path.join(tree, "src"))
+    faults = check(os.path.join(tree, "src")) + check_companions(os.path.join(tree, "companions"), set(ALLOWED))
     print("\n".join(faults) or "the rooms are in order")
     return 1 if faults else 0
 

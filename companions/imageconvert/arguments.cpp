@@ -76,7 +76,10 @@ void Arguments::readOperation(const OperationKind& kind, const QString& text)
         for (int i = 0; i < parts.size(); ++i)
             operation.values.push_back(number(option, parts[i], kind.ranges[static_cast<size_t>(i)]));
     }
-    if (kind.run)
+    if (!kind.run &&
+        (option == QLatin1String("append") ? m_request.append.has_value() : m_request.split.has_value()))
+        fail(tr("--%1 只能给出一次").arg(option));
+    else if (kind.run)
         m_request.operations.push_back(operation);
     else if (option == QLatin1String("append"))
         m_request.append = static_cast<int>(operation.values[0]);

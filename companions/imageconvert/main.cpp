@@ -9,7 +9,6 @@
 #include <QTextCodec>
 #include <csignal>
 #include <cstdio>
-#include <malloc.h>
 #include <opencv2/core/utility.hpp>
 
 using namespace companion;

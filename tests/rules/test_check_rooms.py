@@ -13,13 +13,13 @@ LICENCE = "// SPDX-License-Identifier: GPL-3.0-or-later\n"
 
 
 class CheckRooms(unittest.TestCase):
-    def faults(self, files):
+    def faults(self, files, check=check_rooms.check):
         with tempfile.TemporaryDirectory() as root:
             for name, text in files.items():
                 os.makedirs(os.path.join(root, os.path.dirname(name)), exist_ok=True)
                 with open(os.path.join(root, name), "w", encoding="utf-8") as source:
                     source.write(text)
-            return check_rooms.check(root)
+            return check(root)
 
     def test_good_tree(self):
         self.assertEqual(self.faults({
@@ -47,6 +47,19 @@ class CheckRooms(unittest.TestCase):
                 faults = self.faults(files)
                 self.assertEqual(len(faults), 1, faults)
                 self.assertIn(words, faults[0])
+
+    def test_companions_call_down_only(self):
+        def check(root):
+            return check_rooms.check_companions(root, set(check_rooms.ALLOWED))
+        faults = self.faults({
+            "imageconvert/a.cpp": LICENCE + '#include "b.h"\n#include "imaging/orientation.h"\n#include <QFile>\n',
+            "imageconvert/b.h": LICENCE + '#include "config/paths.h"\n#include <QLabel>\n',
+            "reader/c.cpp": LICENCE + '#include "config/paths.h"\n#include "../imageconvert/b.h"\n#include <QLabel>\n',
+            "reader/d.cpp": '#include "app/widget.h"\n'}, check)
+        for words in ("b.h: imageconvert must not call config", "b.h: imageconvert has no widgets",
+                      "c.cpp: a companion includes its own", "d.cpp: reader must not call app", "d.cpp: no licence"):
+            self.assertEqual(len([fault for fault in faults if words in fault]), 1, (words, faults))
+        self.assertEqual(len(faults), 5, faults)
 
 
 if __name__ == "__main__":
