@@ -59,8 +59,7 @@ std::size_t codePoints(const std::string& text)
 std::string encodeRecord(const BoxText& box)
 {
     std::string record;
-    for (const int field :
-         {box.number, box.box.x, box.box.y, box.box.width, box.box.height, box.confidence})
+    for (const int field : {box.number, box.box.x, box.box.y, box.box.width, box.box.height, box.confidence})
         record += std::to_string(field) + ',';
     record += box.text;
     record.erase(std::remove(record.begin(), record.end(), kRecordEnd), record.end());
@@ -77,7 +76,8 @@ void decodeRecords(const std::string& bytes, std::vector<BoxText>& boxes)
 {
     std::string_view rest(bytes);
     bool hasBox = false;
-    for (std::size_t end; (end = rest.find(kRecordEnd)) != std::string_view::npos; rest.remove_prefix(end + 1)) {
+    for (std::size_t end; (end = rest.find(kRecordEnd)) != std::string_view::npos;
+         rest.remove_prefix(end + 1)) {
         const std::string_view record = rest.substr(0, end);
         BoxText box;
         if (record.rfind(kSpansMark, 0) == 0) {

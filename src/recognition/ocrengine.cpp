@@ -74,8 +74,8 @@ std::vector<SymbolSpan> EngineReader::spans(const BoxText& box, const BoxMargin&
         const std::string text = takeText(symbol->GetUTF8Text(tesseract::RIL_SYMBOL));
         int left = 0, top = 0, right = 0, bottom = 0;
         const std::size_t found = text.empty() ? std::string::npos : box.text.find(text, at);
-        if (found == std::string::npos
-            || !symbol->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom))
+        if (found == std::string::npos ||
+            !symbol->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom))
             continue;
         left = margin.toPage(left);
         right = margin.toPage(right);
@@ -162,5 +162,6 @@ PageReading readBoxes(tesseract::TessBaseAPI& api, const std::vector<cv::Rect>& 
 {
     EngineReader reader(api);
     const Pix* page = api.GetInputImage();
-    return readBoxes(reader, page ? cv::Size(pixGetWidth(page), pixGetHeight(page)) : cv::Size(), boxes, options);
+    return readBoxes(reader, page ? cv::Size(pixGetWidth(page), pixGetHeight(page)) : cv::Size(), boxes,
+                     options);
 }

@@ -3,12 +3,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <cstring>
 #include <leptonica/allheaders.h>
-
-static int envi(const char* n, int d) { const char* v = getenv(n); return v ? atoi(v) : d; }
+#include <opencv2/imgproc.hpp>
 
 namespace {
+
+// Found by trial, see docs/recognition.md.
+constexpr int kAside = 2;           // page pixels of surroundings shown at each side,
+constexpr int kAbove = 3;           // and above and below
+constexpr int kPaper = 4;           // pixels of plain paper around the reduced strip, at least
+constexpr double kStripHeight = 24; // pixels: the engine errs least on lines of about this height,
+constexpr double kLeastScale = 0.5; // but a box may hold several lines
+constexpr double kUseless = 0.2;    // a box that would be reduced further is shown as it is
 
 PixOwner clip(Pix* page, const cv::Rect& part)
 {
@@ -18,27 +25,26 @@ PixOwner clip(Pix* page, const cv::Rect& part)
     return clipped;
 }
 
-void paste(Pix* page, const cv::Rect& at, Pix* part)
+void paste(Pix* page, const cv::Point& at, Pix* part)
 {
-    pixRasterop(page, at.x, at.y, at.width, at.height, PIX_SRC, part, 0, 0);
+    pixRasterop(page, at.x, at.y, pixGetWidth(part), pixGetHeight(part), PIX_SRC, part, 0, 0);
 }
 
-PixOwner lowpass(PixOwner in)
+// Without sharpening, unlike the library's plain scaling.
+PixOwner reduce(Pix* strip, double scale)
 {
-    int m = envi("LP", 0);
-    if (!m || !in) return in;
-    if (m == 1) return PixOwner(pixBlockconv(in.get(), 1, 1));
-    if (m == 2) { // binomial 3x3
-        L_KERNEL* k = makeGaussianKernel(1, 1, 0.7f, 1.0f);
-        PixOwner o(pixConvolve(in.get(), k, 8, 1)); kernelDestroy(&k); return o; }
-    if (m == 3) { // halve and double
-        PixOwner h(pixScaleAreaMap2(in.get()));
-        PixOwner o(pixScaleGray2xLI(h.get()));
-        PixOwner same(pixCopy(nullptr, in.get()));
-        pixRasterop(same.get(), 0, 0, pixGetWidth(o.get()), pixGetHeight(o.get()), PIX_SRC, o.get(), 0, 0);
-        return same; }
-    if (m == 4) return PixOwner(pixBlockconv(in.get(), 2, 2));
-    return in;
+    const auto factor = static_cast<float>(scale);
+    return PixOwner(pixScaleGeneral(strip, factor, factor, 0, 0));
+}
+
+// The grey of the paper: most of a strip of text is paper, whichever of both is brighter.
+unsigned paperGrey(Pix* strip)
+{
+    float grey = 255;
+    Numa* histogram = pixGetGrayHistogram(strip, 2);
+    numaHistogramGetValFromRank(histogram, 0.6F, &grey);
+    numaDestroy(&histogram);
+    return static_cast<unsigned>(std::clamp(grey, 0.F, 255.F));
 }
 
 } // namespace
@@ -51,49 +57,60 @@ void PixDeleter::operator()(Pix* pix) const
 PixOwner pageCopy(const std::string& file)
 {
     const PixOwner page(pixRead(file.c_str()));
-    return page ? lowpass(PixOwner(pixConvertTo8(page.get(), 0))) : nullptr;
+    return PixOwner(page ? pixConvertTo8(page.get(), 0) : nullptr);
 }
 
-PixOwner pageCopy(const cv::Mat&) { return nullptr; }
-
-static double median(Pix* p)
+PixOwner pageCopy(const cv::Mat& page)
 {
-    float v = 255; Numa* h = pixGetGrayHistogram(p, 2); float r; (void)r;
-    numaHistogramGetValFromRank(h, 0.6f, &v); numaDestroy(&h); return v;
+    if (page.empty() || (page.type() != CV_8UC1 && page.type() != CV_8UC3))
+        return nullptr;
+    cv::Mat grey = page;
+    if (page.type() == CV_8UC3)
+        cv::cvtColor(page, grey, cv::COLOR_BGR2GRAY);
+    PixOwner copy(pixCreate(grey.cols, grey.rows, 8));
+    if (!copy)
+        return nullptr;
+    // Lines are made of 32-bit words whose first pixel is the highest byte.
+    const std::size_t wordsPerLine = static_cast<std::size_t>(pixGetWpl(copy.get()));
+    for (int y = 0; y < grey.rows; ++y)
+        std::memcpy(pixGetData(copy.get()) + static_cast<std::size_t>(y) * wordsPerLine, grey.ptr(y),
+                    static_cast<std::size_t>(grey.cols));
+    pixEndianByteSwap(copy.get());
+    return copy;
 }
 
-BoxMargin::BoxMargin(Pix* page, const cv::Rect& box) : m_page(page), m_box(box), m_shown(box)
+BoxMargin::BoxMargin(Pix* page, const cv::Rect& box)
+    : m_page(page), m_box(box), m_shown(box), m_origin(box.tl())
 {
-    const int mode = envi("MODE", 1), mx = envi("MX", 3), my = envi("MY", 6);
-    if (mode == 0) return;
-    m_kept = clip(page, box);
     const cv::Rect whole(0, 0, pixGetWidth(page), pixGetHeight(page));
-    const int pad = envi("PAD", 0);
-    m_shown = cv::Rect(box.x - mx, box.y - my, box.width + 2 * mx, box.height + 2 * my) & whole;
-    PixOwner part = clip(page, m_shown);
-    if (mode == 1) { // anisotropic
-        PixOwner s(pixScaleGeneral(part.get(), box.width / float(m_shown.width), box.height / float(m_shown.height), 0, 0));
-        paste(page, box, s.get());
-    } else if (mode == 2 || mode == 3) { // isotropic with background, pad px white border around
-        const float sc = std::min((box.width - 2.f * pad) / m_shown.width, (box.height - 2.f * pad) / m_shown.height);
-        PixOwner s(pixScaleGeneral(part.get(), sc, sc, 0, 0));
-        PixOwner bg(pixCreate(box.width, box.height, 8));
-        pixSetAllArbitrary(bg.get(), (unsigned)median(part.get()));
-        pixRasterop(bg.get(), mode == 3 ? 0 : (box.width - pixGetWidth(s.get())) / 2, (box.height - pixGetHeight(s.get())) / 2,
-            pixGetWidth(s.get()), pixGetHeight(s.get()), PIX_SRC, s.get(), 0, 0);
-        paste(page, box, bg.get());
-    } else if (mode == 4) { // anisotropic with pad
-        PixOwner s(pixScaleGeneral(part.get(), (box.width - 2 * pad) / float(m_shown.width), (box.height - 2 * pad) / float(m_shown.height), 0, 0));
-        PixOwner bg(pixCreate(box.width, box.height, 8));
-        pixSetAllArbitrary(bg.get(), (unsigned)median(part.get()));
-        pixRasterop(bg.get(), pad, pad, pixGetWidth(s.get()), pixGetHeight(s.get()), PIX_SRC, s.get(), 0, 0);
-        paste(page, box, bg.get());
-    }
+    const cv::Rect shown =
+        cv::Rect(box.x - kAside, box.y - kAbove, box.width + 2 * kAside, box.height + 2 * kAbove) & whole;
+    const double wanted = std::clamp(kStripHeight / shown.height, kLeastScale, 1.0);
+    const double scale = std::min(
+        {wanted, (box.height - 2.0 * kPaper) / shown.height, (box.width - 2.0 * kPaper) / shown.width});
+    const PixOwner strip = scale > kUseless ? clip(page, shown) : nullptr;
+    const PixOwner reduced = strip ? reduce(strip.get(), scale) : nullptr;
+    const PixOwner paper(pixCreate(box.width, box.height, 8));
+    PixOwner kept = clip(page, box);
+    if (!reduced || !paper || !kept)
+        return;
+    pixSetAllArbitrary(paper.get(), paperGrey(strip.get()));
+    m_kept = std::move(kept);
+    m_shown = shown;
+    m_scale = scale;
+    m_origin += cv::Point((box.width - pixGetWidth(reduced.get())) / 2,
+                          (box.height - pixGetHeight(reduced.get())) / 2);
+    paste(page, box.tl(), paper.get());
+    paste(page, m_origin, reduced.get());
 }
 
 BoxMargin::~BoxMargin()
 {
-    if (m_kept) paste(m_page, m_box, m_kept.get());
+    if (m_kept)
+        paste(m_page, m_box.tl(), m_kept.get());
 }
 
-int BoxMargin::toPage(int x) const { return m_shown.x + cvRound((x - m_box.x) * double(m_shown.width) / m_box.width); }
+int BoxMargin::toPage(int x) const
+{
+    return m_shown.x + static_cast<int>(std::lround((x - m_origin.x) / m_scale));
+}

@@ -19,9 +19,9 @@ using PixOwner = std::unique_ptr<Pix, PixDeleter>;
 PixOwner pageCopy(const std::string& file);
 PixOwner pageCopy(const cv::Mat& page);
 
-// While it lives, the part of `page` (8-bit grey) inside `box` shows the box with a margin: the surroundings
-// are shrunk into it. The engine loses most of the text of a box that ends where its ink does. Uses Leptonica
-// and plain memory only, so that a forked child may use it.
+// While it lives, the part of `page` (8-bit grey) inside `box` shows its text reduced to the height
+// that the engine reads best, in the middle of plain paper. The engine loses most of the text of a box that
+// ends where its ink does. Uses Leptonica and plain memory only, so that a forked child may use it.
 class BoxMargin
 {
 public:
@@ -36,7 +36,8 @@ public:
 private:
     Pix* m_page;
     cv::Rect m_box;
-    cv::Rect m_shown;
-    double m_scale = 1;
+    cv::Rect m_shown;   // of the page
+    cv::Point m_origin; // where its top-left corner is painted
+    double m_scale = 1; // painted / shown
     PixOwner m_kept;
 };
