@@ -144,11 +144,14 @@ bool setEnginePage(tesseract::TessBaseAPI& api, const cv::Mat& page)
 std::vector<cv::Rect> findTextLines(tesseract::TessBaseAPI& api)
 {
     std::vector<cv::Rect> lines;
+    if (api.GetInputImage() == nullptr)
+        return lines;
     const tesseract::PageSegMode mode = api.GetPageSegMode();
     api.SetPageSegMode(tesseract::PSM_AUTO);
     Boxa* found = api.GetComponentImages(tesseract::RIL_TEXTLINE, true, nullptr, nullptr);
     api.SetPageSegMode(mode);
-    for (int i = 0; i < boxaGetCount(found); ++i) {
+    const int count = found != nullptr ? boxaGetCount(found) : 0;
+    for (int i = 0; i < count; ++i) {
         cv::Rect line;
         if (boxaGetBoxGeometry(found, i, &line.x, &line.y, &line.width, &line.height) == 0)
             lines.push_back(line);
