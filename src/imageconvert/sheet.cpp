@@ -23,6 +23,11 @@ constexpr double kFullMm = 1.5;           // a sheet that comes this near to all
 constexpr double kLeastConfirmed = 0.7;
 constexpr double kLeastRectangle = 0.88; // of the rectangle's visible area that is not bed
 
+constexpr double kShadowMm = 4;        // what lies beside a sheet: its shadow, a rough edge
+constexpr int kStrokeContrast = 25;    // grey levels
+constexpr double kMostStrokesMm2 = 12; // six small characters
+constexpr double kBedChroma = 30;      // levels between a bed's channels
+
 // The ring's places, a little inside of the frame since the outermost pixels are often odd.
 cv::Mat ringMask(const cv::Size& size, double dpi)
 {
@@ -257,11 +262,56 @@ cv::Mat maskOf(const TurnedRect& rect, const cv::Size& size, double grow)
     return mask;
 }
 
-bool fillsFrame(const TurnedRect& rect, const cv::Size& size, double dpi)
+// How many sides of the sheet lie on the frame.
+int sidesOnFrame(const TurnedRect& rect, const cv::Size& size, double dpi)
 {
     const double near = kFullMm * dpi / 25.4;
-    return std::abs(rect.angleDeg) < 0.25 && rect.sides[0] <= near && rect.sides[2] <= near &&
-           rect.sides[1] >= size.width - 1 - near && rect.sides[3] >= size.height - 1 - near;
+    if (std::abs(rect.angleDeg) >= 0.25)
+        return 0;
+    return (rect.sides[0] <= near) + (rect.sides[2] <= near) + (rect.sides[1] >= size.width - 1 - near) +
+           (rect.sides[3] >= size.height - 1 - near);
+}
+
+// Square millimetres of strokes outside of the sheet: dark ones, with `bright` bright ones. `marginMm` beside
+// it do not count.
+double strokesOutside(const Reduced& reduced, const TurnedRect& rect, double marginMm, bool bright)
+{
+    const double pxPerMm = reduced.dpi / 25.4;
+    const int widest = static_cast<int>(std::lround(2.5 * pxPerMm)) | 1;
+    cv::Mat without, strokes;
+    cv::morphologyEx(reduced.grey, without, bright ? cv::MORPH_OPEN : cv::MORPH_CLOSE,
+                     cv::getStructuringElement(cv::MORPH_RECT, {widest, widest}), {-1, -1}, 1,
+                     cv::BORDER_REPLICATE);
+    cv::absdiff(without, reduced.grey, strokes);
+    const cv::Mat outside = ~maskOf(rect, reduced.grey.size(), marginMm * pxPerMm);
+    return cv::countNonZero((strokes > kStrokeContrast) & outside) / (pxPerMm * pxPerMm);
+}
+
+// A dark band at one end of a page, coloured or with writing on it, is printed; a bed is neither.
+bool isPrinted(const cv::Mat& colour, const cv::Mat& bed)
+{
+    if (colour.channels() != 3)
+        return false;
+    const cv::Scalar mean = cv::mean(colour, bed);
+    return std::max({mean[0], mean[1], mean[2]}) - std::min({mean[0], mean[1], mean[2]}) > kBedChroma;
+}
+
+// Why cutting to the sheet might lose something; null when nothing speaks against it.
+const char* objection(const Reduced& reduced, const TurnedRect& rect, const cv::Mat& bed, bool dark)
+{
+    const cv::Size frame = reduced.grey.size();
+    const double inside = cv::countNonZero(maskOf(rect, frame, -2));
+    const cv::Mat outside = ~maskOf(rect, frame, kShadowMm * reduced.dpi / 25.4);
+    if (cv::countNonZero(outside & ~bed) > 0.01 * inside)
+        return "more than one thing on the bed";
+    if (dark && sidesOnFrame(rect, frame, reduced.dpi) == 3 && isPrinted(reduced.colour, bed))
+        return "a coloured band of the page rather than bed";
+    // The shadow beside a sheet is no stroke, and on a dark bed there is none to see.
+    const bool black = dark && cv::mean(reduced.grey, bed)[0] < 90;
+    if (strokesOutside(reduced, rect, black ? 1 : kShadowMm, false) > kMostStrokesMm2 ||
+        (dark && strokesOutside(reduced, rect, kShadowMm, true) > kMostStrokesMm2))
+        return "writing outside of what looks like a sheet";
+    return nullptr;
 }
 
 Sheet unsure(const char* reason)
@@ -303,7 +353,7 @@ Sheet detectSheet(const Reduced& reduced)
         return unsure("no sheet");
     const EdgeReport edges = refineEdges(reduced.colour, around(hull, hullAngle(hull, frame)), reduced.dpi);
     const TurnedRect& rect = edges.rect;
-    if (fillsFrame(rect, frame, reduced.dpi))
+    if (sidesOnFrame(rect, frame, reduced.dpi) == 4)
         return unsure("the sheet fills the frame");
     const double minimum = 25 * reduced.dpi / 25.4;
     if (rect.width() < minimum || rect.height() < minimum)
@@ -316,9 +366,8 @@ Sheet detectSheet(const Reduced& reduced)
         return unsure("no clear edge of a sheet");
     if (!dark && edges.evenPaper < kLeastConfirmed)
         return unsure("a picture on a page rather than a sheet on a bed");
-    const cv::Mat outside = ~maskOf(rect, frame, 4 * reduced.dpi / 25.4);
-    if (cv::countNonZero(outside & ~bed) > 0.01 * static_cast<double>(cv::countNonZero(inside)))
-        return unsure("more than one thing on the bed");
+    if (const char* reason = objection(reduced, rect, bed, dark))
+        return unsure(reason);
     Sheet sheet;
     sheet.found = true;
     sheet.centre = rect.centre();

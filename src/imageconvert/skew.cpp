@@ -4,6 +4,7 @@
 #include "imageconvert/geometry.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 #include <vector>
@@ -108,12 +109,19 @@ Peak coarsePeak(const std::vector<Mark>& marks, Axis axis, double maxDeg, std::v
     return peak;
 }
 
-double finePeak(const std::vector<Mark>& marks, Axis axis, double aroundDeg, double stepDeg,
+struct FineSearch
+{
+    double reachDeg, stepDeg;
+    size_t mostMarks;
+};
+
+double finePeak(const std::vector<Mark>& marks, Axis axis, double aroundDeg, const FineSearch& search,
                 std::vector<float>& bins)
 {
-    const size_t stride = std::max<size_t>(1, marks.size() / 60000);
+    const double stepDeg = search.stepDeg;
+    const size_t stride = std::max<size_t>(1, marks.size() / search.mostMarks);
     std::vector<double> scores;
-    const int reach = static_cast<int>(std::lround(0.3 / stepDeg));
+    const int reach = static_cast<int>(std::lround(search.reachDeg / stepDeg));
     for (int i = -reach; i <= reach; ++i)
         scores.push_back(score(marks, stride, axis, aroundDeg + i * stepDeg, bins));
     // The centre of the top of the peak: steadier than its highest sample.
@@ -134,6 +142,59 @@ double finePeak(const std::vector<Mark>& marks, Axis axis, double aroundDeg, dou
     return aroundDeg + (weight > 0 ? sum / weight : top - reach) * stepDeg;
 }
 
+// Deals the marks out to two groups by the text lines that they belong to, every other line to the other
+// group. The cuts lie where the profile at the given angle is lowest, within 3 to 12 mm of each other.
+std::array<std::vector<Mark>, 2> everyOtherLine(const std::vector<Mark>& marks, Axis axis, double angleDeg,
+                                                double dpi, size_t length)
+{
+    const float c = static_cast<float>(std::cos(angleDeg * CV_PI / 180));
+    const float s = static_cast<float>(std::sin(angleDeg * CV_PI / 180));
+    const auto place = [&](const Mark& m) {
+        const float at = axis == Axis::Rows ? m.y * c - m.x * s : m.x * c + m.y * s;
+        return static_cast<size_t>(at + static_cast<float>(length) / 2);
+    };
+    std::vector<float> profile(length + 1, 0.0f);
+    for (const Mark& m : marks)
+        profile[std::min(place(m), length)] += m.weight;
+    const auto nearest = static_cast<size_t>(std::lround(3 * dpi / 25.4)) + 1;
+    const auto farthest = static_cast<size_t>(std::lround(12 * dpi / 25.4)) + 2;
+    std::vector<uchar> group(length + 1, 0);
+    uchar turn = 0;
+    size_t from = 0;
+    while (from < length && profile[from] <= 0)
+        ++from;
+    while (from <= length) {
+        const auto first = profile.begin() + static_cast<long>(std::min(from + nearest, length + 1));
+        const auto last = profile.begin() + static_cast<long>(std::min(from + farthest, length + 1));
+        const size_t to =
+            first == last ? length + 1 : static_cast<size_t>(std::min_element(first, last) - profile.begin());
+        std::fill(group.begin() + static_cast<long>(from), group.begin() + static_cast<long>(to), turn);
+        // Empty bands belong to no line.
+        if (std::any_of(profile.begin() + static_cast<long>(from), profile.begin() + static_cast<long>(to),
+                        [](float sum) { return sum > 0; }))
+            turn ^= 1;
+        from = to;
+    }
+    std::array<std::vector<Mark>, 2> groups;
+    for (const Mark& m : marks)
+        groups[group[std::min(place(m), length)]].push_back(m);
+    return groups;
+}
+
+// How well the angle is known: by how much two halves of the lines disagree about it. A single line, whose
+// characters pull it up and down, has nothing to agree with.
+double uncertaintyDeg(const std::vector<Mark>& marks, Axis axis, double angleDeg, double dpi,
+                      std::vector<float>& bins)
+{
+    constexpr double single = 0.6;
+    const auto groups = everyOtherLine(marks, axis, angleDeg, dpi, bins.size() / kPhases);
+    if (std::min(groups[0].size(), groups[1].size()) < std::max<size_t>(75, marks.size() / 10))
+        return single;
+    const FineSearch wide{1.0, 0.05, 20000};
+    return std::abs(finePeak(groups[0], axis, angleDeg, wide, bins) -
+                    finePeak(groups[1], axis, angleDeg, wide, bins));
+}
+
 } // namespace
 
 SkewResult detectSkew(const cv::Mat& grey, double dpi, const SkewParams& params)
@@ -148,11 +209,14 @@ SkewResult detectSkew(const cv::Mat& grey, double dpi, const SkewParams& params)
     const bool byRows = rows.prominence >= columns.prominence;
     const Peak& best = byRows ? rows : columns;
     result.confidence = best.prominence;
-    result.angleDeg =
-        finePeak(marks, byRows ? Axis::Rows : Axis::Columns, best.angleDeg, params.fineStepDeg, bins);
+    const Axis axis = byRows ? Axis::Rows : Axis::Columns;
+    result.angleDeg = finePeak(marks, axis, best.angleDeg, {0.3, params.fineStepDeg, 60000}, bins);
+    result.uncertaintyDeg = uncertaintyDeg(marks, axis, result.angleDeg, dpi, bins);
     // A peak at the end of the range belongs to an angle outside of it.
-    result.sure =
-        result.confidence >= params.leastConfidence && std::abs(best.angleDeg) < params.maxAngleDeg - 0.1;
+    result.sure = result.confidence >= params.leastConfidence &&
+                  std::abs(best.angleDeg) < params.maxAngleDeg - 0.1 &&
+                  result.uncertaintyDeg <= params.mostUncertaintyDeg &&
+                  (result.uncertaintyDeg < 0.02 || result.uncertaintyDeg < std::abs(result.angleDeg));
     return result;
 }
 
