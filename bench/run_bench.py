@@ -1,81 +1,69 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""run_bench.py [--build DIR] [--pages N] [--starts N]: what a page costs and what the program costs, as tables.
+"""run_bench.py [PART...]: what our pages cost beside the tools that people chain, as ratios of one run. It fails nothing.
 
-Milliseconds per step of the default chain and memory over many pages (bench_steps), start-up time to the visible
-window, and the whole program's memory over a long batch, both under Xvfb with the virtual scanner.
+Parts: chain (300 and 600 dpi), steps, orient, throughput, memory, and program (start-up, long batch; needs Xvfb).
+Without a part: all but program. Needs the targets imageconvert_command, leptonica_steps and sample-sheets.
 """
 import argparse
 import os
-import statistics
-import subprocess
 import sys
 import tempfile
-import time
 
 sys.dont_write_bytecode = True
 TREE = os.path.abspath(os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-sys.path.insert(0, os.path.join(TREE, "scripts", "demo"))
-from session import Session  # noqa: E402
+
+import chains  # noqa: E402
+import measure  # noqa: E402
+import pages as page_files  # noqa: E402
+import steps  # noqa: E402
+from tools import Tools  # noqa: E402
+
+PARTS = ("chain", "steps", "orient", "throughput", "memory", "program")
 
 
-def resident_mb(pid):
-    with open(f"/proc/{pid}/status", encoding="ascii") as status:
-        return next(int(line.split()[1]) / 1024 for line in status if line.startswith("VmRSS:"))
-
-
-def steps(build, pages):
-    """The chain on the sample sheets, `pages` pages in all."""
-    folder = os.path.join(build, "samples")
-    sheets = sorted(os.path.join(folder, name) for name in os.listdir(folder) if name.endswith(".png"))
-    repeat = max(1, round(pages / len(sheets)))
-    subprocess.run([os.path.join(build, "bench", "bench_steps"), "--repeat", str(repeat), *sheets], check=True)
-
-
-def start_up(build, starts):
-    """Seconds from the start of the process to its visible window."""
-    seconds = []
-    for _ in range(starts):
-        with Session(build) as session:
-            session.prepare()
-            begin = time.monotonic()
-            session.start_program()
-            seconds.append(time.monotonic() - begin)
-    print(f"\nstart-up to the visible window: median {1000 * statistics.median(seconds):.0f} ms, "
-          f"worst {1000 * max(seconds):.0f} ms ({starts} starts)")
-
-
-def long_batch(build, pages):
-    """The whole program over one batch: resident memory at a tenth and at the end, seconds per page."""
-    with tempfile.TemporaryDirectory() as feeder, Session(build, feeder) as session:
-        source = os.path.join(build, "samples", "001-front.png")
-        for number in range(pages):
-            os.symlink(source, os.path.join(feeder, f"{number + 1:04}-front.png"))
-        session.prepare()
-        session.start_program()
-        pid = session.program_pids()[0]
-        session.press_scan()
-
-        def tenth():
-            session.log.update()
-            return len(session.log.texts("saved")) >= pages // 10
-        session.wait_until(tenth, 3600, "no page was saved")
-        early = resident_mb(pid)
-        took = session.wait_for_end(3600)
-        saved = len(session.new_files())
-        print(f"\nbatch of {pages} pages: {saved} saved, {took / pages:.2f} s a page, resident {early:.0f} MB after "
-              f"{pages // 10} pages, {resident_mb(pid):.0f} MB at the end")
+def measured(options, folder):
+    if not measure.there("convert"):
+        sys.exit("ImageMagick is not installed: it makes the pages, and is what most people use")
+    kit, fine = Tools(options.build, folder, 300), Tools(options.build, folder, 600)
+    for tool in kit.missing():
+        print(f"{tool} is not installed: its column stays empty")
+    pages = page_files.sheets(options.build, folder)
+    if options.pages:
+        pages = page_files.from_folder(options.pages, options.limit)
+    few = pages[::max(1, len(pages) // 3)][:3]
+    parts = {
+        "chain": lambda: (chains.chain(kit, pages, options.repeat, "300 dpi"),
+                          chains.chain(fine, page_files.at_600_dpi(few, folder), options.repeat, "600 dpi")),
+        "steps": lambda: steps.compare(kit, few, options.repeat),
+        "orient": lambda: chains.orient(kit, pages, options.repeat),
+        "throughput": lambda: chains.throughput(kit, pages, options.repeat),
+        "memory": lambda: chains.memory(kit, pages),
+    }
+    for part in options.parts:
+        if part in parts:
+            parts[part]()
+            sys.stdout.flush()
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("parts", nargs="*", metavar="PART")
     parser.add_argument("--build", default=os.path.join(TREE, "build"))
-    parser.add_argument("--pages", type=int, default=100)
-    parser.add_argument("--starts", type=int, default=5)
+    parser.add_argument("--pages", help="a folder with PNM scans at 300 dpi instead of the drawn sheets")
+    parser.add_argument("--limit", type=int, default=16, help="so many pages of that folder")
+    parser.add_argument("--repeat", type=int, default=2, help="the cheapest of so many runs counts")
+    parser.add_argument("--batch", type=int, default=100, help="pages of the program's long batch")
     options = parser.parse_args()
-    steps(options.build, options.pages)
-    start_up(options.build, options.starts)
-    long_batch(options.build, options.pages)
+    options.parts = options.parts or [part for part in PARTS if part != "program"]
+    if not set(options.parts) <= set(PARTS):
+        parser.error(f"parts are {', '.join(PARTS)}")
+    with tempfile.TemporaryDirectory() as folder:
+        measured(options, folder)
+    if "program" in options.parts:
+        import program
+        program.start_up(options.build, 5)
+        program.long_batch(options.build, options.batch)
 
 
 if __name__ == "__main__":

@@ -20,6 +20,10 @@ readonly TEST_PACKAGES=(
     sane-utils shellcheck util-linux
     qpdf poppler-utils python3-pil python3-numpy
 )
+# The tools that bench/run_bench.py measures itself against; it goes on without one.
+readonly BENCH_PACKAGES=(
+    imagemagick unpaper tesseract-ocr tesseract-ocr-osd
+)
 
 say() { printf '== %s\n' "$*"; }
 

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 namespace companion {
@@ -63,12 +64,16 @@ std::vector<PlannedPage> planPages(const Request& request)
     };
 
     std::vector<PlannedPage> pages;
+    QHash<QString, int> lastNumber;
     const int step = request.append ? 2 : 1;
     for (int i = 0; i + step <= request.files.size(); i += step) {
         const QString base = baseNameOf(request.files[i]);
+        int& number = lastNumber[base]; // many pages of one name stay quick
         QString name = base;
-        for (int number = 2; !isFree(name); ++number)
+        while (!isFree(name)) {
+            number = number == 0 ? 2 : number + 1;
             name = base + QLatin1Char('_') + QString::number(number);
+        }
         for (const QString& file : outputFiles(request, name))
             taken << entryOf(file);
         pages.push_back({request.files[i], step == 2 ? request.files[i + 1] : QString(), name});
