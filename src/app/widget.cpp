@@ -74,10 +74,10 @@ void Widget::createPages()
 {
     const ScanPageControls scanControls = scanPageControls(*ui);
     const ScanPageControls fileControls = filePageControls(*ui);
-    m_scanPage = std::make_unique<TemplatePage>(QStringLiteral("Scan"), scanControls,
-                                                new ScanPageLogic(scanControls, this));
-    m_filePage = std::make_unique<TemplatePage>(QStringLiteral("File"), fileControls,
-                                                new ScanPageLogic(fileControls, this));
+    m_scanPage =
+        std::make_unique<TemplatePage>(QStringLiteral("Scan"), new ScanPageLogic(scanControls, this));
+    m_filePage =
+        std::make_unique<TemplatePage>(QStringLiteral("File"), new ScanPageLogic(fileControls, this));
     m_scanPage->functionCombo = ui->templetBtncomboBox_3;
     m_scanPage->describeLabel = ui->scanDescribeLabel;
     m_scanPage->body = ui->scanPage;
@@ -101,7 +101,7 @@ void Widget::createFunctionPanels(TemplatePage& page)
     page.email = new EmailPanel(this);
     page.file = new filepanel(this);
     page.ocr = new ocrpanel(this);
-    page.pdf = new pdfpanel(this);
+    page.pdf = new pdfpanel(page.isScanPage ? QStringLiteral("Scan") : QStringLiteral("File"), *this, this);
     page.ftp = new ftppanel(this);
     const std::initializer_list<QWidget*> panels{page.copy, page.email, page.file,
                                                  page.ocr,  page.pdf,   page.ftp};

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "app/functions.h"
-#include "app/noticeboard.h"
 #include "app/templatepage.h"
+#include "forms/functionhost.h"
+#include "forms/noticeboard.h"
 #include "imageconvert/imageconvertfunction.h"
 #include "imaging/pagepipeline.h"
 
@@ -29,7 +30,7 @@ class Widget;
 
 // The main window: shell of all function panels and the function that scans to image files. It collects
 // control states, calls the rooms that do the work and shows the results. GUI thread.
-class Widget : public QWidget
+class Widget : public QWidget, private FunctionHost
 {
     Q_OBJECT
 public:
@@ -175,24 +176,20 @@ private:
     // dialogs (widget_settings.cpp)
     void editApplication(TemplatePage& page, bool append);
     void deleteApplication(TemplatePage& page);
-    void editSaveRules(TemplatePage& page);
-    void editRotation(TemplatePage& page);
     void addApplication(TemplatePage& page, const QString& text, const QString& command);
 
     // a batch (widget_scan.cpp)
     void startScan(TemplatePage& page, Function function);
-    void prepareThread();
+    bool beginJob(TemplatePage& page, Function function);
+    void startOwnScan(TemplatePage& page);
+    void connectOwnPageSlot();
     void dropReceivers();
     void rescueLeftovers();
-    bool confirmPrefix(TemplatePage& page);
-    void startThread(TemplatePage& page);
+    bool confirmPrefix(const QString& group);
     void scanThreadEnded();
-    void reportOutcome();
     void processPageFiles();
-    int processNext(const QStringList& files, int index);
     void takeResult(const PageResult& result, const QStringList& sources);
     void finishBatch();
-    void renameSaved();
     void showPreviews();
     void endJob();
     void cancelBatch();
@@ -204,10 +201,27 @@ private:
     void hideOrMinimise();
     PagePipeline pipeline();
 
+    // what panels ask for (widget_host.cpp)
+    bool beginJob(const QWidget* panel, bool preview) override;
+    bool makeThread() override;
+    void connectPageSlot(Receiver receiver, std::function<void()> slot) override;
+    void startThread(const ScanParameters& parameters) override;
+    bool isCancelled() const override;
+    void dropCancel() override;
+    void leavePages() override;
+    ImageConvertFunction& library() override { return m_library; }
+    NoticeBoard& notices() override { return m_notices; }
+    void reportOutcome() override;
+    void showPages(int done, int count) override;
+    void renameSaved(const QString& group) override;
+    void showSummary(const QString& summary) override;
+
     std::unique_ptr<Ui::Widget> ui;
     std::unique_ptr<TemplatePage> m_scanPage;
     std::unique_ptr<TemplatePage> m_filePage;
     TemplatePage* m_batchPage = nullptr;
+    const QWidget* m_startingPanel = nullptr; // the window has begun a job for it that is not scanning yet
+    QMetaObject::Connection m_pageSlot;       // the one receiver of the scan thread's end
     ImageConvertFunction m_library;
     std::unique_ptr<readBtn> m_keys;
     std::unique_ptr<wholesetpanel> m_wholeSet;

@@ -23,12 +23,13 @@ void Widget::on_deletePushButton_5_clicked()
 
 void Widget::on_savePushButton_5_clicked()
 {
-    editSaveRules(*m_scanPage);
+    if (editSaveRules(*m_scanPage, this))
+        m_scanPage->showSaveFolder();
 }
 
 void Widget::on_revolvesetPushButton_5_clicked()
 {
-    editRotation(*m_scanPage);
+    editRotation(*m_scanPage, this);
 }
 
 void Widget::on_lightnessSlider_5_valueChanged(int)
@@ -135,12 +136,13 @@ void Widget::on_deletePushButton_clicked()
 
 void Widget::on_savePushButton_clicked()
 {
-    editSaveRules(*m_filePage);
+    if (editSaveRules(*m_filePage, this))
+        m_filePage->showSaveFolder();
 }
 
 void Widget::on_revolvesetPushButton_clicked()
 {
-    editRotation(*m_filePage);
+    editRotation(*m_filePage, this);
 }
 
 void Widget::on_lightnessSlider_valueChanged(int)

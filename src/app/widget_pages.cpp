@@ -54,7 +54,8 @@ PageResult Widget::imageAppendProcess(const char* frontFile, const char* backFil
 bool Widget::delBlankImage(MagickWand* image, QSettings& settings)
 {
     PageOptions options;
-    readPipelineSettings(options, settings, {workPage().paperSizeGroup, workPage().deNoiseGroup}, false);
+    readPipelineSettings(options, settings, {workPage().groups.paperSize, workPage().groups.deNoise, {}},
+                         false);
     return pipeline().isBlank(image, options);
 }
 
@@ -83,7 +84,7 @@ MagickWand* Widget::setImageCompress(MagickWand* image, const QString& saveType,
 
 QString Widget::getImageName()
 {
-    return takeImageName(workPage().scanGroup, m_preview);
+    return takeImageName(workPage().groups.scan, m_preview);
 }
 
 const char* Widget::getSaveType() const

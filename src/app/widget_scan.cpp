@@ -14,6 +14,7 @@
 #include "device/scanthread.h"
 #include "device/statefile.h"
 #include "device/stateinfopanel.h"
+#include "forms/pagebatch.h"
 #include "forms/prefixdialog.h"
 #include "forms/previewwidget.h"
 #include "forms/scanpagelogic.h"
@@ -108,93 +109,58 @@ void Widget::buttonStateSlots(int code)
 
 void Widget::startScan(TemplatePage& page, Function function)
 {
-    if (m_jobRunning)
+    if (!beginJob(page, function))
         return;
-    if (m_maintenance->isExchanging()) {
-        notice(tr("正在维护扫描仪，请稍候再扫描"));
-        return;
-    }
-    m_jobRunning = true;
-    m_batchPage = &page;
-    m_notices.clear();
-    setScanControls(false);
-    m_maintenance->setScanRunning(true);              // before the job: an exchange's end must not end it
-    m_keys->getAndSetFunctionSlot(ButtonWatch::Lent); // a dialog may come first: no status window before it
-    sendProgress(tr("正在准备扫描"));
-    if (!confirmPrefix(page)) {
-        sendProgress(progress::kFinished);
-        endJob();
-        ui->statusLabel->setText(tr("取消扫描"));
-        return;
-    }
-    state::write(state::Preparing); // the watcher must not see how the batch before ended
-    m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
-    applySettings();
-    prepareThread();
-    dropReceivers();
     switch (function) {
     case Function::Ocr:
         page.ocr->scanButtonClicked();
         return;
     case Function::Pdf:
-        page.pdf->scanButtonClicked();
+        if (m_preview)
+            page.pdf->previewButtonClicked();
+        else
+            page.pdf->scanButtonClicked();
         return;
     default:
-        startThread(page);
+        startOwnScan(page);
         return;
     }
 }
 
-void Widget::prepareThread()
+bool Widget::beginJob(TemplatePage& page, Function function)
 {
-    if (scan)
-        return;
-    m_thread = new scanThread(this);
-    connect(m_thread, &QThread::finished, this, &Widget::scanThreadEnded);
-    stateInfoPanel* panel = m_keys->panel();
-    connect(m_thread, &scanThread::nextPageAsked, panel, &stateInfoPanel::askNextPage);
-    connect(panel, &stateInfoPanel::nextPageAnswered, m_thread, &scanThread::answerNextPage,
-            Qt::DirectConnection);
-    connect(m_thread, &scanThread::pageStarted, this,
-            [this](int page) { sendProgress(tr("正在扫描第%1张图像").arg(page)); });
-    scan = 1;
-}
-
-// One receiver at most is connected to the end of a scan.
-void Widget::dropReceivers()
-{
-    if (pdfConnection)
-        qDebug() << "pdfConnection is true disconnect scanImageConvertPDFslots";
-    if (imageConnection) {
-        qDebug() << "imageConnection is true disconnect scanImageConvertSlot";
-        disconnect(m_thread, &scanThread::scanOverSignals, this, &Widget::scanImageConvertSlot);
+    if (m_jobRunning)
+        return false;
+    if (m_maintenance->isExchanging()) {
+        notice(tr("正在维护扫描仪，请稍候再扫描"));
+        return false;
     }
-    if (ocrConnection)
-        qDebug() << "ocrConnection is true disconnect scanImageConvertSlot";
-    pdfConnection = 0;
-    imageConnection = 0;
-    ocrConnection = 0;
-}
-
-// Pages of a cancelled batch go with the next one; what a crash or a fault left is put aside.
-void Widget::rescueLeftovers()
-{
-    if (m_leftCancelledPages) {
-        carryOverPages();
-        m_leftCancelledPages = false;
-        return;
+    m_jobRunning = true;
+    m_batchPage = &page;
+    m_startingPanel = page.panelFor(function);
+    m_notices.clear();
+    setScanControls(false);
+    m_maintenance->setScanRunning(true);              // before the job: an exchange's end must not end it
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Lent); // a dialog may come first: no status window before it
+    sendProgress(tr("正在准备扫描"));
+    if (!confirmPrefix(page.controlsOf(function).groups.scan)) {
+        sendProgress(progress::kFinished);
+        endJob();
+        ui->statusLabel->setText(tr("取消扫描"));
+        return false;
     }
-    const QString folder = keepLeftovers();
-    if (folder.isEmpty())
-        return;
-    qInfo().noquote() << "kept:" << folder;
-    notice(tr("上次未完成的页面已移至 %1").arg(folder));
+    state::write(state::Preparing); // the watcher must not see how the batch before ended
+    m_keys->getAndSetFunctionSlot(ButtonWatch::Job);
+    applySettings();
+    makeThread();
+    dropReceivers();
+    return true;
 }
 
-bool Widget::confirmPrefix(TemplatePage& page)
+bool Widget::confirmPrefix(const QString& group)
 {
     const auto file = openMainSettings();
-    GroupScope scope(*file, page.scanGroup);
+    GroupScope scope(*file, group);
     const NamingRules rules = readNamingRules(*file);
     if (!rules.askBefore || !rules.userDefined || m_preview)
         return true;
@@ -205,58 +171,15 @@ bool Widget::confirmPrefix(TemplatePage& page)
     return saveSettings(*file);
 }
 
-void Widget::startThread(TemplatePage& page)
+void Widget::startOwnScan(TemplatePage& page)
 {
-    rescueLeftovers();
-    if (!imageConnection) {
-        connect(m_thread, &scanThread::scanOverSignals, this, &Widget::scanImageConvertSlot,
-                Qt::QueuedConnection);
-        qDebug() << "imageConnection is false disconnect scanImageConvertSlot";
-        imageConnection = 1;
-    }
-    // Always colour, without rotation or borders: that is done in software afterwards.
-    m_thread->setScanParamaters(page.logic->scanResolution(), page.logic->sourceNumber(),
-                                page.logic->paperCode(), 2, 1, 2, 1, 1, 1, 1);
-    m_thread->setContinuous(page.logic->isOn(page.controls.contiScan));
-    m_thread->start(QThread::InheritPriority);
-}
-
-// Without a scanner the thread ends without announcing the end of a batch.
-void Widget::scanThreadEnded()
-{
-    if (m_thread->outcome() != scanThread::Outcome::NoScanner || !m_jobRunning)
-        return;
-    m_notices.addFault(tr("未找到扫描仪"));
-    sendProgress(progress::kFinished);
-    endJob();
-    notice(tr("未找到扫描仪"));
-}
-
-void Widget::reportOutcome()
-{
-    const int pages = m_thread->pagesScanned();
-    const QString scanned = pages > 0 ? tr("，已扫描的 %1 页已处理").arg(pages) : QString();
-    switch (m_thread->outcome()) {
-    case scanThread::Outcome::OpenFailed:
-    case scanThread::Outcome::IoError:
-        m_notices.addFault(tr("扫描仪通信错误，请重启应用和扫描仪！") + scanned);
-        break;
-    case scanThread::Outcome::StillBusy:
-        m_notices.addFault(tr("扫描仪忙，请关闭其他扫描软件，然后重试！"));
-        break;
-    case scanThread::Outcome::FeederEmpty:
-        m_notices.addFault(tr("ADF进纸器无纸,请将稿件放入ADF进纸器！"));
-        break;
-    case scanThread::Outcome::Jam:
-    case scanThread::Outcome::CoverOpen:
-        m_notices.addFault(tr("进纸失败或纸张超长！请检查纸张状态后重试") + scanned);
-        break;
-    case scanThread::Outcome::WriteFailed:
-        m_notices.addFault(tr("页面文件无法写入，请检查磁盘空间") + scanned);
-        break;
-    default:
-        break;
-    }
+    connectOwnPageSlot();
+    ScanParameters parameters;
+    parameters.resolution = page.logic->scanResolution();
+    parameters.source = page.logic->sourceNumber();
+    parameters.paper = page.logic->paperCode();
+    parameters.continuous = page.logic->isOn(page.controls.contiScan);
+    startThread(parameters);
 }
 
 void Widget::scanImageConvertSlot()
@@ -290,38 +213,20 @@ void Widget::processPageFiles()
             return;
         }
     }
-    keepLastPage(files.last());
-    ui->progressBar->setRange(0, files.size());
-    ui->progressBar->show();
-    for (int i = 0; i < files.size();) {
-        if (cancelflag::isSet()) {
-            m_leftCancelledPages = true;
-            m_notices.addProblem(tr("取消扫描，%1 页未处理，将与下一次任务一起处理").arg(files.size() - i));
-            break;
-        }
-        ui->progressBar->setValue(i);
-        sendProgress(tr("正在处理第%1张图像").arg(i + 1));
-        i += processNext(files, i);
+    PageBatch batch;
+    batch.announce = [this](int number) { sendProgress(tr("正在处理第%1张图像").arg(number)); };
+    batch.merging = [this] { return workPage().pageOptions(m_preview).merge; };
+    batch.page = [this](const QString& page) { return imageProcess(QFile::encodeName(page).constData()); };
+    batch.sheet = [this](const QString& front, const QString& back) {
+        return imageAppendProcess(QFile::encodeName(front).constData(), QFile::encodeName(back).constData());
+    };
+    batch.take = [this](const PageResult& result, const QStringList& sources) {
+        takeResult(result, sources);
+    };
+    if (const int left = batch.run(files, *this); left > 0) {
+        m_leftCancelledPages = true;
+        m_notices.addProblem(tr("取消扫描，%1 页未处理，将与下一次任务一起处理").arg(left));
     }
-    ui->progressBar->hide();
-}
-
-// Processes the page at `index`, or the sheet beginning there; returns the number of files used.
-int Widget::processNext(const QStringList& files, int index)
-{
-    const QString& front = files.at(index);
-    // A page whose other side is missing (a bad page, a cancelled batch) goes alone: pairs must not shift.
-    const int number = pageNumber(front);
-    const bool paired =
-        number % 2 == 1 && index + 1 < files.size() && pageNumber(files.at(index + 1)) == number + 1;
-    if (!paired || !workPage().pageOptions(m_preview).merge) {
-        takeResult(imageProcess(QFile::encodeName(front).constData()), {front});
-        return 1;
-    }
-    const QString& back = files.at(index + 1);
-    takeResult(imageAppendProcess(QFile::encodeName(front).constData(), QFile::encodeName(back).constData()),
-               {front, back});
-    return 2;
 }
 
 void Widget::takeResult(const PageResult& result, const QStringList& sources)
@@ -343,13 +248,9 @@ void Widget::finishBatch()
     if (preview)
         showPreviews();
     else
-        renameSaved();
+        renameSaved(workPage().groups.scan);
     TemplatePage& page = workPage();
-    const NamingRules rules = [&] {
-        const auto file = openMainSettings();
-        GroupScope scope(*file, page.scanGroup);
-        return readNamingRules(*file);
-    }();
+    const NamingRules rules = page.namingRules();
     if (!preview && rules.finishStartApp && !m_notices.saved().isEmpty()) {
         const QFileInfo last(m_notices.saved().last());
         if (!m_library.imageStartExe(
@@ -357,44 +258,9 @@ void Widget::finishBatch()
                 last.suffix().toLatin1().constData(), rules.appName.toUtf8().constData()))
             m_notices.addProblem(tr("无法启动程序 %1").arg(rules.appName));
     }
-    const QString summary = preview ? tr("预览完成") : m_notices.summary(page.saveFolder());
-    if (m_notices.hasProblems())
-        notice(summary);
-    else
-        ui->statusLabel->setText(summary);
-    ui->statusLabel->setToolTip(m_notices.hasProblems() ? m_notices.problems() : summary);
-    qInfo().noquote() << "status:" << summary;
+    showSummary(preview ? tr("预览完成") : m_notices.summary(page.saveFolder()));
     sendProgress(progress::kFinished);
     endJob();
-}
-
-// After the batch: the files get the prefix that the user confirms.
-void Widget::renameSaved()
-{
-    const auto file = openMainSettings();
-    GroupScope scope(*file, workPage().scanGroup);
-    const NamingRules rules = readNamingRules(*file);
-    if (!rules.askAfter || !rules.userDefined || m_notices.saved().isEmpty())
-        return;
-    PrefixDialog dialog(PrefixDialog::Moment::AfterBatch, rules, this);
-    if (dialog.exec() != QDialog::Accepted || dialog.prefix() == rules.prefix)
-        return;
-    QStringList renamed;
-    for (const QString& path : m_notices.saved()) {
-        const QFileInfo info(path);
-        QString base = info.completeBaseName();
-        base = base.contains(rules.prefix) && !rules.prefix.isEmpty()
-                   ? base.replace(rules.prefix, dialog.prefix())
-                   : dialog.prefix() + base;
-        const QString target = info.path() + QLatin1Char('/') +
-                               freeBaseName(info.path() + QLatin1Char('/'), base, info.suffix(), false) +
-                               QLatin1Char('.') + info.suffix();
-        const bool moved = QFile::rename(path, target);
-        if (!moved)
-            m_notices.addProblem(tr("无法重命名 %1").arg(path));
-        renamed << (moved ? target : path);
-    }
-    m_notices.replaceSaved(renamed);
 }
 
 void Widget::showPreviews()
@@ -415,7 +281,10 @@ void Widget::endJob()
     m_keys->getAndSetFunctionSlot(ButtonWatch::Idle);
     m_maintenance->setScanRunning(false);
     m_preview = false;
+    m_startingPanel = nullptr;
     m_batchPage = nullptr;
+    m_scanPage->pdf->jobEnded();
+    m_filePage->pdf->jobEnded();
     ui->progressBar->hide();
     ui->cancelPushButton->setEnabled(true);
     ui->applyPushButton->setEnabled(true);
@@ -463,4 +332,6 @@ void Widget::setScanControls(bool enabled)
 {
     ui->scanButton->setEnabled(enabled);
     ui->previewPushButton_5->setEnabled(enabled);
+    for (TemplatePage* page : {m_scanPage.get(), m_filePage.get()})
+        page->pdf->setPreviewEnabled(enabled);
 }

@@ -15,10 +15,9 @@
 #include "device/stateinfopanel.h"
 #include "device/statetexts.h"
 #include "forms/append.h"
-#include "forms/rotateset.h"
-#include "forms/saveset.h"
 #include "forms/scanpagelogic.h"
 #include "forms/wholesetpanel.h"
+#include "pdf/pdfpanel.h"
 #include "ui_widget.h"
 
 #include <QDebug>
@@ -34,12 +33,15 @@ void Widget::initializeIni()
 void Widget::setDefaultValue()
 {
     TemplatePage& page = selectedPage();
-    page.logic->setDefaults();
+    const FunctionGroups& groups = page.controlsOf(page.function()).groups;
+    if (page.function() == Function::Pdf)
+        page.pdf->setDefaultValue();
+    else
+        page.logic->setDefaults();
     const auto pathFile = openPathSettings();
-    pathFile->setValue(page.pathGroup + QLatin1Char('/') + QLatin1String(keys::savepath),
-                       defaultSaveFolder());
+    pathFile->setValue(groups.path + QLatin1Char('/') + QLatin1String(keys::savepath), defaultSaveFolder());
     const auto file = openMainSettings();
-    file->setValue(page.scanGroup + QLatin1Char('/') + QLatin1String(keys::saveFile), 0);
+    file->setValue(groups.scan + QLatin1Char('/') + QLatin1String(keys::saveFile), 0);
     if (!saveSettings(*pathFile) || !saveSettings(*file))
         notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
 }
@@ -54,6 +56,8 @@ void Widget::scanReadIni()
 {
     m_scanPage->readIni();
     m_filePage->readIni();
+    m_scanPage->pdf->scanReadIni();
+    m_filePage->pdf->fileReadIni();
 }
 
 void Widget::applySettings()
@@ -70,6 +74,8 @@ void Widget::applySettings()
     }
     if (page.function() == Function::Scan)
         saved = page.writeIni() && saved;
+    else if (page.function() == Function::Pdf)
+        saved = (page.isScanPage ? page.pdf->scanWriteIni() : page.pdf->fileWriteIni()) && saved;
     saved = storeTemplate(m_template) && saved;
     if (!saved)
         notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
@@ -200,40 +206,6 @@ void Widget::doubleRotateState()
 void Widget::cancelAutoRotateState()
 {
     selectedPage().logic->cancelAutoRotateState();
-}
-
-void Widget::editRotation(TemplatePage& page)
-{
-    ScanPageLogic& logic = *page.logic;
-    RotationChoice choice;
-    choice.automatic = logic.isAutoRotate();
-    choice.front = logic.rotation(ScanPageLogic::Side::Front);
-    choice.back = logic.rotation(ScanPageLogic::Side::Back);
-    constexpr int kBack = 3;
-    constexpr int kDuplex = 4;
-    const int source = logic.sourceNumber();
-    const ScanSides sides = source == kDuplex ? ScanSides::Both
-                            : source == kBack ? ScanSides::Back
-                                              : ScanSides::Front;
-    RotateSet dialog(choice, sides, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    choice = dialog.choice();
-    logic.setRotation(ScanPageLogic::Side::Front, choice.front);
-    logic.setRotation(ScanPageLogic::Side::Back, choice.back);
-    if (choice.automatic)
-        setAutoRotateState();
-    else if (sides == ScanSides::Both)
-        doubleRotateState();
-    else
-        setRotateState();
-}
-
-void Widget::editSaveRules(TemplatePage& page)
-{
-    saveSet dialog(page.scanGroup, page.pathGroup, this);
-    if (dialog.exec() == QDialog::Accepted)
-        page.showSaveFolder();
 }
 
 void Widget::addApplication(TemplatePage& page, const QString& text, const QString& command)

@@ -3,13 +3,13 @@
 
 #include "forms/scanpagelogic.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSlider>
-#include <QToolButton>
 
 namespace {
 
@@ -44,8 +44,8 @@ PageOptions optionsFromControls(const ScanPageLogic& logic)
     options.scannedFinerThan400 = logic.isFinerThan400();
     options.paper.on = logic.isPaperCustom();
 
-    options.merge = logic.isOn(c.combine);
-    options.split = logic.isOn(c.split) && c.split->isCheckable();
+    options.merge = logic.isOn(c.combine) && !(c.mergeByHand && logic.isOn(c.mergeByHand));
+    options.split = c.split && logic.isOn(c.split) && c.split->isCheckable();
     options.horizontal = logic.isOn(c.horizontal);
     options.border.on = logic.isOn(c.imgMend);
     options.colorMode = static_cast<ColorMode>(logic.colorMode());

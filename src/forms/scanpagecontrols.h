@@ -8,11 +8,11 @@ class QLabel;
 class QLineEdit;
 class QRadioButton;
 class QSlider;
-class QToolButton;
 
-// The controls of one template page under names that both pages share. The scan page and the file page have
-// forms with different object names; all rules and settings work on this struct.
-struct ScanPageControls {
+// The controls of one form that scans (the window's scan page and file page, a function's panel) under names
+// that all share. The forms have different object names; all rules and settings work on this struct.
+struct ScanPageControls
+{
     // paper
     QComboBox* source = nullptr;    // 0 flatbed, 1 feeder front, 2 feeder back, 3 feeder duplex, 4 automatic
     QComboBox* paperSize = nullptr; // last item: custom
@@ -33,6 +33,7 @@ struct ScanPageControls {
     QComboBox* colorFilter = nullptr;
     QComboBox* deScreen = nullptr;
     QComboBox* filter = nullptr;
+    QComboBox* noise = nullptr; // 0 none, 1 custom, 2 automatic; null: as the settings say
     // corrections
     QCheckBox* contiScan = nullptr;
     QCheckBox* colorMatch = nullptr;
@@ -49,20 +50,22 @@ struct ScanPageControls {
     QCheckBox* redFile = nullptr;
     // pages
     QCheckBox* combine = nullptr;
-    QToolButton* split = nullptr; // checkable
-    QCheckBox* handAdjust = nullptr;
+    QAbstractButton* split = nullptr;     // pages are cut into pieces; null in forms that have splitFile
+    QAbstractButton* splitFile = nullptr; // a document gets a fixed number of pages; null: no such choice
+    QCheckBox* handAdjust = nullptr;      // fixed instead of automatic rotation
+    QCheckBox* mergeByHand = nullptr;     // pages are left for merging by hand; null: no such choice
     QRadioButton* horizontal = nullptr;
     QRadioButton* vertical = nullptr;
     QLabel* frontRotation = nullptr; // the text names the turn; enabled: this turn is used
     QLabel* backRotation = nullptr;  // both disabled: automatic orientation
     // output
     QComboBox* fileType = nullptr;    // shows and sets the format of the current colour mode
-    QComboBox* colorFormat = nullptr; // the formats per colour mode (not shown)
+    QComboBox* colorFormat = nullptr; // the formats per colour mode (not shown); null: one for all modes
     QComboBox* greyFormat = nullptr;
     QComboBox* bwFormat = nullptr;
     QCheckBox* appStart = nullptr;
     QComboBox* application = nullptr;
-    QAbstractButton* appendApp = nullptr;
+    QAbstractButton* appendApp = nullptr; // null in panels: a dialog edits the list
     QAbstractButton* editApp = nullptr;
     QAbstractButton* deleteApp = nullptr;
 };

@@ -11,7 +11,6 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QStyle>
-#include <QToolButton>
 #include <array>
 
 #include "forms/spliticon.h"
@@ -27,9 +26,8 @@ enum SourceIndex
     Automatic
 };
 
-constexpr std::array kResolutions = {100, 150, 200, 300, 400, 600, 0}; // 0: custom
-constexpr std::array kPaperCodes = {2, 3, 4, 5, 6, 2};                 // the last: custom, scanned as A4
-constexpr int kDefaultResolutionIndex = 3;
+constexpr std::array kPaperCodes = {2, 3, 4, 5, 6, 2}; // the last: custom, scanned as A4
+constexpr int kDefaultDpi = 300;
 constexpr char kRotationProperty[] = "rotationCode";
 
 // Stored in the settings in every language.
@@ -73,7 +71,8 @@ ScanPageLogic::ScanPageLogic(const ScanPageControls& controls, QObject* parent)
     m_resolutionWarning = m_c.resolutionText->addAction(
         m_c.resolutionText->style()->standardIcon(QStyle::SP_MessageBoxWarning), QLineEdit::TrailingPosition);
     m_resolutionWarning->setToolTip(tr("请输入 50 至 1200 之间的分辨率"));
-    m_c.split->setIcon(splitPageIcon());
+    if (m_c.split)
+        m_c.split->setIcon(splitPageIcon());
     setRotation(Side::Front, Upright);
     setRotation(Side::Back, Upright);
     connectOwnSignals();
@@ -85,7 +84,8 @@ void ScanPageLogic::setItemData()
     setData(m_c.source, std::array{1, 2, 3, 4, 5});
     setData(m_c.paperSize, kPaperCodes);
     setData(m_c.colorMode, std::array<int, 3>{BlackWhite, Grey, Color});
-    setData(m_c.resolution, kResolutions);
+    for (int i = 0; i < m_c.resolution->count(); ++i) // the last item is no number: 0, custom
+        m_c.resolution->setItemData(i, m_c.resolution->itemText(i).toInt());
     for (const int item : {1, 6}) // equalise and unsharp are offered, but no step does them
         m_c.filter->setItemData(item, tr("此设置不改变图像"), Qt::ToolTipRole);
 }
@@ -98,7 +98,34 @@ void ScanPageLogic::connectOwnSignals()
             &ScanPageLogic::paperSizeChanged);
     // The window has slots for the user's clicks; the dependent controls follow any change of these two.
     connect(m_c.combine, &QCheckBox::toggled, this, &ScanPageLogic::updateEnabled);
-    connect(m_c.split, &QToolButton::toggled, this, &ScanPageLogic::updateEnabled);
+    if (m_c.split)
+        connect(m_c.split, &QAbstractButton::toggled, this, &ScanPageLogic::updateEnabled);
+}
+
+void ScanPageLogic::followControls()
+{
+    using L = ScanPageLogic;
+    const auto combo = [this](QComboBox* box, void (L::*slot)()) {
+        connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, slot);
+    };
+    combo(m_c.source, &L::sourceChanged);
+    combo(m_c.resolution, &L::resolutionChanged);
+    combo(m_c.colorMode, &L::colorModeChanged);
+    combo(m_c.fileType, &L::fileTypeChanged);
+    const auto click = [this](QAbstractButton* button, void (L::*slot)()) {
+        if (button)
+            connect(button, &QAbstractButton::clicked, this, slot);
+    };
+    click(m_c.front, &L::frontClicked);
+    click(m_c.back, &L::backClicked);
+    click(m_c.duplex, &L::doubleClicked);
+    click(m_c.split, &L::splitClicked);
+    click(m_c.combine, &L::combineClicked);
+    click(m_c.redFile, &L::redFileClicked);
+    click(m_c.autoCut, &L::autoCutClicked);
+    connect(m_c.lightness, &QSlider::valueChanged, this, &L::lightnessChanged);
+    connect(m_c.contrast, &QSlider::valueChanged, this, &L::contrastChanged);
+    connect(m_c.gamma, &QSlider::valueChanged, this, &L::gammaChanged);
 }
 
 void ScanPageLogic::sourceChanged()
@@ -138,7 +165,7 @@ void ScanPageLogic::resolutionTextChanged()
 void ScanPageLogic::colorModeChanged()
 {
     const QSignalBlocker blocker(m_c.fileType); // shown, not chosen
-    m_c.fileType->setCurrentIndex(formatCombo()->currentIndex());
+    m_c.fileType->setCurrentIndex(fileFormat());
     updateEnabled();
 }
 
@@ -182,7 +209,7 @@ void ScanPageLogic::splitClicked()
 
 void ScanPageLogic::combineClicked()
 {
-    if (m_c.combine->isChecked())
+    if (m_c.combine->isChecked() && m_c.split)
         m_c.split->setChecked(false);
     updateEnabled();
 }
@@ -276,7 +303,7 @@ void ScanPageLogic::setDefaults()
     m_c.source->setCurrentIndex(FeederFront);
     m_c.paperSize->setCurrentIndex(boundedIndex(m_c.paperSize, 1));
     m_c.colorMode->setCurrentIndex(Color);
-    m_c.resolution->setCurrentIndex(kDefaultResolutionIndex);
+    m_c.resolution->setCurrentIndex(m_c.resolution->findData(kDefaultDpi));
     for (QComboBox* combo : {m_c.threshold, m_c.colorFilter, m_c.deScreen, m_c.filter, m_c.colorFormat,
                              m_c.greyFormat, m_c.bwFormat})
         combo->setCurrentIndex(0);
@@ -326,9 +353,12 @@ void ScanPageLogic::updateEnabled()
     for (QRadioButton* side : {m_c.front, m_c.back, m_c.duplex})
         side->setEnabled(feeder);
     m_c.combine->setEnabled(source == FeederDuplex);
-    const bool direction = (m_c.combine->isChecked() && source == FeederDuplex) || m_c.split->isChecked();
+    const bool merging = m_c.combine->isChecked() && source == FeederDuplex;
+    const bool direction = merging || (m_c.split && m_c.split->isChecked());
     m_c.horizontal->setEnabled(direction);
     m_c.vertical->setEnabled(direction);
+    if (m_c.mergeByHand)
+        m_c.mergeByHand->setEnabled(merging);
     m_c.threshold->setEnabled(colorMode() == BlackWhite);
     m_c.outMutiImg->setEnabled(colorMode() != BlackWhite); // the copies have less colour than the page
 }
@@ -385,6 +415,8 @@ ScanPageLogic::ColorMode ScanPageLogic::colorMode() const
 
 QComboBox* ScanPageLogic::formatCombo() const
 {
+    if (!m_c.colorFormat)
+        return m_c.fileType;
     switch (colorMode()) {
     case BlackWhite:
         return m_c.bwFormat;

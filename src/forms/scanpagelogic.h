@@ -9,9 +9,10 @@
 class QAbstractButton;
 class QAction;
 
-// The rules between the controls of one template page (scan page or file page): which control enables,
-// presets or follows which, and the values that a scan takes from them. It changes controls only; it neither
-// reads nor writes settings and starts nothing. All rules go by index and item data, never by displayed text.
+// The rules between the controls of one form that scans (a page of the window or a function's panel): which
+// control enables, presets or follows which, and the values that a scan takes from them. It changes controls
+// only; it neither reads nor writes settings and starts nothing. All rules go by index and item data, never
+// by displayed text.
 //
 // The constructor gives the combos their item data and connects the few controls whose signals the window has
 // no slot for; the window's slots call the other operations. GUI thread only; the controls must outlive it.
@@ -46,6 +47,9 @@ public:
 
     const ScanPageControls& controls() const { return m_c; }
 
+    // For a form without slots of its own: the rules below follow the controls' signals.
+    void followControls();
+
     // Called by the window's slots of the same meaning. Each may be called at any time and any number of
     // times.
     void sourceChanged(); // the side radios follow, merging is for duplex, fixed rotations follow the sides
@@ -75,7 +79,7 @@ public:
     void setRotation(Side side, int code); // another code than 0 to 3 counts as 3
     int rotation(Side side) const;         // 0 to 3
 
-    // Factory values of every control of the page; the application list stays.
+    // Factory values of every control of a page of the window; the application list stays.
     void setDefaults();
     // After the controls were filled from settings: puts labels, fields and enabled states in order. Fixed
     // rotation is on when a rotation label or the "manual rotation" box says so.

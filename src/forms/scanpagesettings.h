@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "forms/scanpagelogic.h"
 #include "forms/settingbinding.h"
-
-class ScanPageLogic;
 
 // All keys of the groups "Scan_Scan" and "File_Scan" that one template page shows. GUI thread; the logic and
 // its controls must outlive the object.
@@ -22,11 +21,7 @@ public:
     void write(QSettings& settings) const;
 
 private:
-    void bindPaper();
-    void bindTone();
-    void bindSwitches();
-    void bindStates();
-    void bindResolution();
+    void bindLabel(const char* usedKey, const char* turnKey, QLabel* label, ScanPageLogic::Side side);
 
     ScanPageLogic& m_logic;
     SettingBinding m_binding;

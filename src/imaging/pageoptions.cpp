@@ -78,7 +78,8 @@ void readPipelineSettings(PageOptions& options, QSettings& settings, const PageS
     constexpr int kNeutralThreshold = 130;
     options.blackWhiteThreshold =
         customThreshold ? settings.value(QLatin1String(keys::WBThreshold)).toInt() : kNeutralThreshold;
-    options.noiseSize = noiseSizeFor(settings.value(QLatin1String(keys::noiseMode)).toInt(),
+    options.noiseSize = noiseSizeFor(names.noiseMode ? *names.noiseMode
+                                                     : settings.value(QLatin1String(keys::noiseMode)).toInt(),
                                      settings.value(QLatin1String(keys::noiseThreshold)).toInt());
     settings.endGroup();
 }

@@ -87,11 +87,13 @@ struct PageOptions
     bool preview = false;
 };
 
-// The settings groups that one page (scan or file) of the main window reads its pipeline settings from.
+// The settings groups that a function of one page (scan or file) of the window reads its pipeline settings
+// from.
 struct PageSettingsGroups
 {
-    QString paperSize; // for example "Scan_Scan_PaperSize"
-    QString deNoise;   // for example "Scan_DeNoise"
+    QString paperSize;            // for example "Scan_Scan_PaperSize"
+    QString deNoise;              // for example "Scan_DeNoise"
+    std::optional<int> noiseMode; // where a control chooses it: 0 none, 1 custom, 2 automatic
 };
 
 // Adds what stands in the settings file: strengths, blank level, split count, border, custom paper, noise,

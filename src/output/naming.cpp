@@ -17,7 +17,7 @@ std::optional<qlonglong> counterValue(const QString& start)
 {
     bool good = false;
     const qlonglong value = start.trimmed().toLongLong(&good);
-    if (!good || value == std::numeric_limits<qlonglong>::max())
+    if (!good || value > std::numeric_limits<qlonglong>::max() - std::numeric_limits<int>::max())
         return std::nullopt;
     return value;
 }
@@ -104,9 +104,14 @@ QString imageName(const NamingRules& rules, const QDateTime& now, bool preview)
     return name;
 }
 
+QString counterAfter(const QString& start, int names)
+{
+    return QString::number(counterValue(start).value_or(0) + names);
+}
+
 QString nextCounter(const QString& start)
 {
-    return QString::number(counterValue(start).value_or(0) + 1);
+    return counterAfter(start, 1);
 }
 
 QString takeImageName(const QString& group, bool preview, const QDateTime& now)

@@ -30,8 +30,9 @@ NamingRules readNamingRules(const QSettings& group);
 // Base name (no folder, no extension) for the moment `now`; may be empty. Pure.
 QString imageName(const NamingRules& rules, const QDateTime& now, bool preview);
 
-// The value of "start" after one more name: one more than `start`, "1" when that is no number.
-QString nextCounter(const QString& start);
+// The value of "start" after `names` more names; a `start` that is no number counts as 0.
+QString counterAfter(const QString& start, int names);
+QString nextCounter(const QString& start); // after one more
 
 // Base name of the next output file by the rules of the main settings file's group ("Scan_Scan", ...). With
 // user-defined names and no preview the advanced counter is written at once: call it once per file written.

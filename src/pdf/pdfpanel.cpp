@@ -1,20 +1,165 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/pdfpanel.h"
 
-pdfpanel::pdfpanel(QWidget* parent)
-    : FunctionPanel(QStringLiteral("PDF  Utility"),
-                    tr("扫描文字稿件并将影像转换成可搜索pdf文件或pdf影像文件。"), parent)
+#include "config/progresswords.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
+#include "forms/commonbindings.h"
+#include "forms/functioncontrols.h"
+#include "forms/functionform.h"
+#include "forms/functionhost.h"
+#include "forms/functionsettings.h"
+#include "forms/scanpagelogic.h"
+#include "imaging/backgroundrun.h"
+#include "output/naming.h"
+#include "pdf/documentjob.h"
+#include "pdf/pagereader.h"
+#include "ui_pdfpanel.h"
+
+#include <QComboBox>
+#include <QDebug>
+#include <QLineEdit>
+#include <QPushButton>
+
+pdfpanel::pdfpanel(const QString& page, FunctionHost& host, QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::pdfpanel>()), m_host(host)
 {
+    ui->setupUi(this);
+    ui->form->addToPages(ui->handcombineCheckBox);
+    bindControls(page);
+    QMetaObject::connectSlotsByName(this); // the form's preview button was not there yet
+    ui->form->readStored();
 }
+
+pdfpanel::~pdfpanel() = default;
+
+void pdfpanel::bindControls(const QString& page)
+{
+    ScanPageControls c = ui->form->controls();
+    c.colorFormat = ui->colorComboBox;
+    c.greyFormat = ui->grayComboBox;
+    c.bwFormat = ui->wbComboBox;
+    c.splitFile = ui->handcombineCheckBox;
+    const QStringList formats{QStringLiteral("OFD"), QStringLiteral("PDF"), tr("可搜索PDF"), tr("可搜索OFD")};
+    for (QComboBox* combo : {c.fileType, c.colorFormat, c.greyFormat, c.bwFormat}) {
+        combo->addItems(formats);
+        for (int i = 0; i < combo->count(); ++i) {
+            if (isSearchable(i))
+                combo->setItemData(i, tr("仅含文字，不含页面图像"), Qt::ToolTipRole);
+        }
+        combo->setVisible(combo == c.fileType); // it shows the list of the colour mode
+    }
+    ui->form->setUp(c, panelGroups(page, QStringLiteral("PDF")));
+    SettingBinding& binding = ui->form->settings().binding();
+    binding.bind(keys::splitState, {}, [c] { return isUsable(c.splitFile); });
+    binding.bind(keys::combineState, {}, [c] { return isUsable(c.combine); });
+    binding.bind(keys::autoCutState, {}, [c] { return isUsable(c.autoCut); });
+    binding.bind(keys::resolutinState, {}, [c] { return isUsable(c.resolutionText); });
+}
+
+FunctionControls& pdfpanel::functionControls()
+{
+    return ui->form->function();
+}
+
+// --- settings --------------------------------------------------------------------------------------------
+
+void pdfpanel::readIni(QSettings* settings)
+{
+    ui->form->settings().read(*settings);
+}
+
+void pdfpanel::writeIni(QSettings* settings) const
+{
+    ui->form->settings().write(*settings);
+}
+
+void pdfpanel::scanReadIni()
+{
+    ui->form->readStored();
+}
+
+bool pdfpanel::scanWriteIni()
+{
+    return ui->form->writeStored();
+}
+
+void pdfpanel::fileReadIni()
+{
+    ui->form->readStored();
+}
+
+bool pdfpanel::fileWriteIni()
+{
+    return ui->form->writeStored();
+}
+
+void pdfpanel::setDefaultValue()
+{
+    ui->form->setDefaults();
+}
+
+// --- start of a scan ---------------------------------------------------------------------------------------
 
 void pdfpanel::scanButtonClicked()
 {
-    emit sendPDFProcessMessg(tr("PDF 功能尚未提供"));
-    emit sendPDFProcessMessg(QStringLiteral("1234"));
+    const bool preview = m_preview == 1;
+    if (!m_host.beginJob(this, preview)) {
+        jobEnded();
+        return;
+    }
+    m_previewFiles.clear();
+    ui->form->previewButton()->setEnabled(false);
+    emit sendPDFProcessMessg(tr("正在准备扫描"));
+    if (m_host.makeThread())
+        qDebug() << "pdf new scanThread";
+    m_host.connectPageSlot(FunctionHost::Receiver::Pdf, [this] { scanImageConvertPDFslots(); });
+    const FunctionControls& function = functionControls();
+    ScanParameters parameters;
+    parameters.resolution = function.logic->scanResolution();
+    parameters.source = function.logic->sourceNumber();
+    parameters.paper = function.logic->paperCode();
+    parameters.option13 = preview ? 2 : 1;
+    parameters.continuous = ScanPageLogic::isOn(function.controls.contiScan);
+    m_host.startThread(parameters);
+}
+
+void pdfpanel::previewButtonClicked()
+{
+    m_preview = 1;
+    scanButtonClicked();
+}
+
+void pdfpanel::on_previewPushButton_clicked()
+{
+    if (!m_host.beginJob(this, true)) // stores the settings before the form changes
+        return;
+    m_previewRequested = true;
+    ui->form->previewButton()->setEnabled(false);
+    ui->form->beginPreview();
+    m_preview = 1;
+    emit sendPDFProcessMessg(progress::kPreview);
+    previewButtonClicked();
+}
+
+void pdfpanel::jobEnded()
+{
+    m_preview = 0;
+    if (m_previewRequested)
+        ui->form->endPreview();
+    m_previewRequested = false;
+    setPreviewEnabled(true);
+}
+
+void pdfpanel::setPreviewEnabled(bool enabled)
+{
+    ui->form->previewButton()->setEnabled(enabled);
 }
 
 void pdfpanel::scannerOnLineFlagslots(int code)
 {
     constexpr int kOffline = 4;
-    m_online = code != kOffline;
+    constexpr int kOnline = 5;
+    if (code == kOffline || code == kOnline)
+        m_online = code == kOnline;
 }

@@ -1,25 +1,107 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "forms/functionpanel.h"
+#include "imaging/pagepipeline.h"
+#include "pdf/documentplan.h"
 
-// The panel of the "PDF  Utility" function.
-class pdfpanel : public FunctionPanel
+#include <QStringList>
+#include <QVector>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class FunctionControls;
+class FunctionHost;
+class PageReader;
+class QSettings;
+struct DocumentJob;
+struct DocumentResult;
+namespace Ui {
+class pdfpanel;
+}
+
+// The panel of the "PDF  Utility" function: scans and gathers the pages into PDF or OFD documents. There is
+// one on each page of the window. GUI thread; the work on pages and documents runs beside it while events are
+// pumped.
+class pdfpanel : public QWidget
 {
     Q_OBJECT
 public:
-    explicit pdfpanel(QWidget* parent = nullptr);
+    // `page` begins the settings groups: "Scan" or "File". `host` must outlive the panel.
+    pdfpanel(const QString& page, FunctionHost& host, QWidget* parent = nullptr);
+    ~pdfpanel() override;
 
-    // Not available yet: says so and ends the job.
+    FunctionControls& functionControls();
+
     void scanButtonClicked();
+    void previewButtonClicked();
+    const char* getSaveType() const; // "pdf", "ofd"; null for a format that no list has
+    // Writes one document; type as of getSaveType().
+    DocumentResult savePDForOFD(const QStringList& pages, const QString& baseName, const char* type);
+    DocumentResult pdfOcrProcess(const QStringList& pages, const QString& baseName, const char* type);
+    DocumentResult ofdOcrProcess(const QStringList& pages, const QString& saveDir, const QString& baseName,
+                                 int paperCode);
+    QString getImageName() const; // takes the next name of the panel's group
+
+    // Pages, as on the window's own pages; the results go between the page files.
+    PageResult imageProcess(const QString& pageFile);
+    PageResult imageAppendProcess(const QString& frontFile, const QString& backFile);
+
+    // Settings. The group is begun in `settings`; the others open the files and work on the panel's groups.
+    void readIni(QSettings* settings);
+    void writeIni(QSettings* settings) const;
+    void scanReadIni(); // of the panel on the scan page ...
+    bool scanWriteIni();
+    void fileReadIni(); // ... and on the file page
+    bool fileWriteIni();
+    void setDefaultValue();
+
+    void setPreviewEnabled(bool enabled);
+    // The window has ended the job that this panel had begun.
+    void jobEnded();
 
 public slots:
+    void scanImageConvertPDFslots();
     // What the watcher of the scanner's keys reports: 4 off-line, 5 on-line.
     void scannerOnLineFlagslots(int code);
+    void on_previewPushButton_clicked();
 
 signals:
     void sendPDFProcessMessg(const QString& text);
 
 private:
+    using PageStep = std::function<PageResult(PagePipeline&, const QStringList& files, const PageOptions&)>;
+
+    void bindControls(const QString& page);
+    int formatIndex() const;
+    // pages
+    PageOptions pageOptions() const;
+    PagePipeline pipeline();
+    bool isUpsideDown(const QString& pageFile) const;
+    PageResult process(const QStringList& pageFiles, const PageStep& step);
+    bool processPages();
+    void takeResult(const PageResult& result, const QStringList& sources);
+    // documents
+    void writeDocuments(DocumentNames& names);
+    bool writeDocument(const QVector<DocumentPage>& pages, const QString& baseName, const NamingRules& rules);
+    DocumentResult plainDocument(const QStringList& pages, const QString& baseName, const char* type);
+    DocumentJob documentJob(const QString& folder, const QString& baseName, int paperIndex);
+    PageReader& reader();
+    // the end
+    void cancelledScan();
+    void cancelDocuments(int scans);
+    void startApplication(const QString& path);
+    void finishBatch(const NamingRules& rules);
+
+    std::unique_ptr<Ui::pdfpanel> ui;
+    FunctionHost& m_host;
     bool m_online = false;
+    bool m_previewRequested = false; // by the panel's own button: the form is set back afterwards
+    int m_preview = 0;               // 1 while a preview scan runs
+    QStringList m_previewFiles;
+    QVector<DocumentPage> m_pages; // the finished pages of the batch
+    QStringList m_blankSources;
+    int m_inputs = 0;     // pages and sheets that were processed
+    int m_pageNumber = 0; // of the last finished page
+    std::unique_ptr<PageReader> m_reader;
 };

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSlider>
-#include <QToolButton>
 #include <memory>
 
 #include "app/pagecontrols.h"
@@ -15,31 +14,12 @@
 #include "forms/scanpagesettings.h"
 #include "ui_widget.h"
 
-// One template page with the connections that the main window makes for it.
+// One page of the main window, following its controls as the window's slots make it.
 struct PageUnderTest
 {
     PageUnderTest(const ScanPageControls& controls, QWidget* shown) : c(controls), page(shown)
     {
-        using L = ScanPageLogic;
-        const auto combo = [this](QComboBox* box, void (L::*slot)()) {
-            QObject::connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), &logic, slot);
-        };
-        const auto click = [this](QAbstractButton* button, void (L::*slot)()) {
-            QObject::connect(button, &QAbstractButton::clicked, &logic, slot);
-        };
-        combo(c.source, &L::sourceChanged);
-        combo(c.resolution, &L::resolutionChanged);
-        combo(c.colorMode, &L::colorModeChanged);
-        combo(c.fileType, &L::fileTypeChanged);
-        click(c.front, &L::frontClicked);
-        click(c.back, &L::backClicked);
-        click(c.duplex, &L::doubleClicked);
-        click(c.split, &L::splitClicked);
-        click(c.combine, &L::combineClicked);
-        click(c.redFile, &L::redFileClicked);
-        QObject::connect(c.lightness, &QSlider::valueChanged, &logic, &L::lightnessChanged);
-        QObject::connect(c.contrast, &QSlider::valueChanged, &logic, &L::contrastChanged);
-        QObject::connect(c.gamma, &QSlider::valueChanged, &logic, &L::gammaChanged);
+        logic.followControls();
     }
 
     ScanPageControls c;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/noticeboard.h"
+#include "forms/noticeboard.h"
 
 #include <QDebug>
 #include <QDir>

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "forms/functioncontrols.h"
+
+#include "config/paths.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
+#include "forms/controloptions.h"
+#include "forms/rotateset.h"
+#include "forms/saveset.h"
+#include "forms/scanpagelogic.h"
+#include "output/compression.h"
+#include "output/savefolder.h"
+
+#include <QComboBox>
+
+FunctionGroups panelGroups(const QString& page, const QString& function)
+{
+    const QString group = page + QLatin1Char('_') + function;
+    const bool ocr = function == QLatin1String("OCR"); // shares the page's applications, not its noise levels
+    return {group, group + QStringLiteral("_FilePath"), (ocr ? page : group) + QStringLiteral("_app"),
+            (ocr ? group : page) + QStringLiteral("_DeNoise"), group + QStringLiteral("_PaperSize")};
+}
+
+FunctionControls::FunctionControls(ScanPageLogic* pageLogic, const FunctionGroups& names)
+    : controls(pageLogic->controls()), logic(pageLogic), groups(names)
+{
+}
+
+void FunctionControls::readApplicationList()
+{
+    applications = readApplications(*openMainSettings(), groups.application);
+    if (applications.empty())
+        applications = {{QStringLiteral("MS Paint"), QString()}};
+}
+
+void FunctionControls::showApplications(int selected)
+{
+    controls.application->clear();
+    for (const AppEntry& entry : applications)
+        controls.application->addItem(entry.text);
+    controls.application->setCurrentIndex(qBound(-1, selected, controls.application->count() - 1));
+}
+
+QString FunctionControls::selectedCommand() const
+{
+    const int index = controls.application->currentIndex();
+    return index >= 0 && index < static_cast<int>(applications.size())
+               ? applications[static_cast<std::size_t>(index)].command
+               : QString();
+}
+
+PageOptions FunctionControls::pageOptions(bool preview) const
+{
+    constexpr int kCustomThreshold = 1;
+    const auto file = openMainSettings();
+    PageOptions options = optionsFromControls(*logic);
+    options.preview = preview;
+    options.split = options.split && !preview;
+    options.extraCopies = options.extraCopies && !preview;
+    options.startApplication = options.startApplication && !preview;
+    options.applicationCommand = selectedCommand();
+    options.folder = preview ? paths::tempFolder() : saveFolder() + QLatin1Char('/');
+    options.compression = compressionValue(*file, options.colorMode, logic->fileFormat());
+    PageSettingsGroups names{groups.paperSize, groups.deNoise, std::nullopt};
+    if (controls.noise)
+        names.noiseMode = controls.noise->currentIndex();
+    readPipelineSettings(options, *file, names, controls.threshold->currentIndex() == kCustomThreshold);
+    GroupScope scope(*file, groups.scan);
+    options.replaceExisting = readNamingRules(*file).cover;
+    return options;
+}
+
+NamingRules FunctionControls::namingRules() const
+{
+    const auto file = openMainSettings();
+    const GroupScope scope(*file, groups.scan);
+    return readNamingRules(*file);
+}
+
+QString FunctionControls::saveFolder() const
+{
+    return storedSaveFolder(groups.path);
+}
+
+bool editRotation(FunctionControls& function, QWidget* parent)
+{
+    ScanPageLogic& logic = *function.logic;
+    RotationChoice choice;
+    choice.automatic = logic.isAutoRotate();
+    choice.front = logic.rotation(ScanPageLogic::Side::Front);
+    choice.back = logic.rotation(ScanPageLogic::Side::Back);
+    constexpr int kBack = 3;
+    constexpr int kDuplex = 4;
+    const int source = logic.sourceNumber();
+    const ScanSides sides = source == kDuplex ? ScanSides::Both
+                            : source == kBack ? ScanSides::Back
+                                              : ScanSides::Front;
+    RotateSet dialog(choice, sides, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    choice = dialog.choice();
+    logic.setRotation(ScanPageLogic::Side::Front, choice.front);
+    logic.setRotation(ScanPageLogic::Side::Back, choice.back);
+    if (choice.automatic)
+        logic.setAutoRotateState();
+    else if (sides == ScanSides::Both)
+        logic.doubleRotateState();
+    else
+        logic.setRotateState();
+    return true;
+}
+
+bool editSaveRules(FunctionControls& function, QWidget* parent)
+{
+    saveSet dialog(function.groups.scan, function.groups.path, parent);
+    return dialog.exec() == QDialog::Accepted;
+}
