@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "imageconvert/exif.h"
 #include "imageconvert/outputfile.h"
 #include "imageconvert/picturereader.h"
 #include "imageconvert/picturewriter.h"
@@ -108,6 +109,7 @@ bool readHeader(jpeg_decompress_struct& info, JpegErrors& errors, std::FILE* fil
         return false;
     jpeg_create_decompress(&info);
     jpeg_stdio_src(&info, file);
+    jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF); // where cameras put the orientation
     return jpeg_read_header(&info, TRUE) == JPEG_HEADER_OK;
 }
 
@@ -139,6 +141,16 @@ cv::Mat fromInks(const cv::Mat& inks, bool inverted)
             }
     }
     return rgb;
+}
+
+int orientationOf(const jpeg_decompress_struct& info)
+{
+    for (const jpeg_marker_struct* marker = info.marker_list; marker; marker = marker->next) {
+        const int orientation = exifOrientation(marker->data, marker->data_length);
+        if (orientation != 1)
+            return orientation;
+    }
+    return 1;
 }
 
 struct Decompressor
@@ -177,6 +189,7 @@ ReadResult readJpeg(std::FILE* file)
     if (!readHeader(info, errors, file))
         throw PictureError(std::string("damaged JPEG: ") + errors.text);
     checkSize(info.image_width, info.image_height);
+    const int orientation = orientationOf(info); // the markers go when the picture is done
     const bool inks = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
     info.out_color_space = inks ? JCS_CMYK : info.num_components == 1 ? JCS_GRAYSCALE : JCS_RGB;
     const int type = inks ? CV_8UC4 : info.num_components == 1 ? CV_8UC1 : CV_8UC3;
@@ -187,7 +200,9 @@ ReadResult readJpeg(std::FILE* file)
     const double dpi = info.density_unit == 1   ? info.X_density
                        : info.density_unit == 2 ? info.X_density * 2.54
                                                 : 0;
-    return {inks ? fromInks(pixels, info.saw_Adobe_marker) : pixels, dpi};
+    if (inks)
+        pixels = fromInks(pixels, info.saw_Adobe_marker);
+    return {upright(pixels, orientation), dpi};
 }
 
 } // namespace imageconvert

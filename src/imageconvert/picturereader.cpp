@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <sys/stat.h>
 
 namespace imageconvert {
@@ -75,6 +76,11 @@ ReadResult readPicture(const std::string& path)
         return readOpen(file.get(), path, static_cast<double>(info.st_size));
     } catch (const PictureError& error) {
         throw PictureError("cannot read " + path + ": " + error.what());
+    } catch (const std::bad_alloc&) {
+        throw PictureError("cannot read " + path + ": not enough memory");
+    } catch (const cv::Exception& error) {
+        const bool memory = error.code == cv::Error::StsNoMem;
+        throw PictureError("cannot read " + path + ": " + (memory ? "not enough memory" : error.err));
     }
 }
 

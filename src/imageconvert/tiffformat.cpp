@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "imageconvert/exif.h"
 #include "imageconvert/outputfile.h"
 #include "imageconvert/picturereader.h"
 #include "imageconvert/picturewriter.h"
@@ -166,17 +167,19 @@ ReadResult readTiff(const std::string& path)
     if (!tiff)
         throw PictureError("damaged TIFF");
     uint32_t width = 0, height = 0;
-    uint16_t photometric = PHOTOMETRIC_RGB, samples = 1;
+    uint16_t photometric = PHOTOMETRIC_RGB, samples = 1, orientation = ORIENTATION_TOPLEFT;
     TIFFGetField(tiff.get(), TIFFTAG_IMAGEWIDTH, &width);
     TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &height);
     TIFFGetField(tiff.get(), TIFFTAG_PHOTOMETRIC, &photometric);
     TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
+    TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_ORIENTATION, &orientation);
     checkSize(width, height);
     cv::Mat packed(static_cast<int>(height), static_cast<int>(width), CV_8UC4);
-    if (!TIFFReadRGBAImageOriented(tiff.get(), width, height, packed.ptr<uint32_t>(), ORIENTATION_TOPLEFT, 1))
+    if (!TIFFReadRGBAImageOriented(tiff.get(), width, height, packed.ptr<uint32_t>(), orientation, 1))
         throw PictureError("damaged TIFF or one of an unknown kind");
     const bool grey = photometric == PHOTOMETRIC_MINISBLACK || photometric == PHOTOMETRIC_MINISWHITE;
-    return {overWhite(packed, grey), resolutionOf(tiff.get())};
+    // Read as stored and turned here: libtiff does not turn by right angles.
+    return {upright(overWhite(packed, grey), orientation), resolutionOf(tiff.get())};
 }
 
 } // namespace imageconvert

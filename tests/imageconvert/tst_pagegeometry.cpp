@@ -73,7 +73,17 @@ private slots:
         photo(cv::Rect(0, 0, 800, 700)).copyTo(illustrated(cv::Rect(200, 800, 800, 700)));
         cv::rectangle(framed, {100, 100, 1040, 1554}, cv::Scalar::all(20), 4);
         const cv::Mat black(white.size(), CV_8UC3, cv::Scalar::all(8));
-        for (const cv::Mat& scan : {text, photo, illustrated, framed, white, black}) {
+        // Printed bands along the upper frame: one with writing on it, one of a colour that no bed has.
+        cv::Mat written = white.clone(), coloured = white.clone();
+        cv::Mat band = written(cv::Rect(0, 0, 1240, 260));
+        cv::bitwise_not(text(cv::Rect(0, 100, 1240, 260)), band);
+        coloured(cv::Rect(0, 0, 1240, 260)).setTo(cv::Scalar(150, 20, 30));
+        // A page in a dark gutter, its lines reaching into the shadow.
+        cv::Mat gutter = text(cv::Rect(100, 0, 1140, 1754)).clone();
+        for (int x = 0; x < 160; ++x)
+            gutter.col(x) *= 0.1 + 0.9 * x / 160.0;
+        for (const cv::Mat& scan :
+             {text, photo, illustrated, framed, white, black, written, coloured, gutter}) {
             const Sheet sheet = sheetIn(scan);
             QVERIFY2(!sheet.found,
                      qPrintable(QString("%1 x %2").arg(sheet.size.width).arg(sheet.size.height)));
@@ -102,6 +112,16 @@ private slots:
         QVERIFY(!skewOf(drawn::page({{1240, 1754}, {250, 249, 246}, 0})).sure);
         const SkewResult photo = skewOf(drawn::photograph({1240, 1754}));
         QVERIFY2(!photo.sure, qPrintable(QString::number(photo.confidence)));
+        // One line proves no small angle: its characters pull it up and down.
+        QVERIFY(!skewOf(drawn::turned(drawn::page({{1240, 1754}, {250, 249, 246}, 1}), 0.4)).sure);
+        cv::Mat scrawl = drawn::page({{1240, 1754}, {250, 249, 246}, 0});
+        cv::RNG random(5);
+        for (int line = 0; line < 9; ++line)
+            for (int x = 120, y = 180 + 120 * line, to = 0; x < 1060; x += 40, y = to) {
+                to = 180 + 120 * line + random.uniform(-25, 25);
+                cv::line(scrawl, {x, y}, {x + 40, to}, cv::Scalar(60, 60, 120), 3, cv::LINE_AA);
+            }
+        QVERIFY(!skewOf(scrawl).sure);
         // Beyond the range: nothing rather than a wrong angle.
         QVERIFY(!skewOf(drawn::turned(page, 17)).sure);
     }

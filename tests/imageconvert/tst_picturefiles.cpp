@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <functional>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 #include <sys/resource.h>
@@ -165,6 +166,137 @@ private slots:
         QCOMPARE(gif.at<cv::Vec3b>(0, 0), cv::Vec3b(255, 0, 0));
     }
 
+    // As cameras and phones store them; a reader that is not ours tells how they are meant to be seen.
+    void orientationInTheFile()
+    {
+        cv::Mat pixels(48, 80, CV_8UC3, cv::Scalar::all(230));
+        pixels(cv::Rect(0, 0, 32, 16)).setTo(cv::Scalar(200, 20, 20));
+        writePicture(pixels, path("o.jpg"), "jpg", 300, {});
+        writePicture(pixels, path("o.tif"), "tif", 300, {});
+        const QByteArray jpeg = get("o.jpg"), tiff = get("o.tif");
+        const QByteArray tag = QByteArray::fromHex("12010300010000000100");
+        QVERIFY(tiff.contains(tag));
+        for (char way = 1; way <= 8; ++way) {
+            const QByteArray little = QByteArray::fromHex("457869660000"
+                                                          "49492a0008000000"
+                                                          "0100"
+                                                          "120103000100"
+                                                          "0000") +
+                                      way + QByteArray(7, '\0');
+            const QByteArray big = QByteArray::fromHex("457869660000"
+                                                       "4d4d002a00000008"
+                                                       "0001"
+                                                       "011200030000"
+                                                       "000100") +
+                                   way + QByteArray(6, '\0');
+            cv::Mat seen;
+            for (const QByteArray& exif : {little, big}) {
+                QByteArray segment = QByteArray::fromHex("ffe100") + char(exif.size() + 2) + exif;
+                put("way.jpg", QByteArray(jpeg).insert(2, segment));
+                seen = readPicture(path("way.jpg")).pixels;
+                cv::Mat expected;
+                cv::cvtColor(cv::imread(path("way.jpg")), expected, cv::COLOR_BGR2RGB);
+                QCOMPARE(seen.size(), expected.size());
+                QVERIFY2(drawn::meanDifference(seen, expected) < 2, qPrintable(QString::number(way)));
+                // Cut off anywhere it is no orientation and no crash.
+                for (int length = 0; length < exif.size() - 1; ++length) {
+                    segment = QByteArray::fromHex("ffe100") + char(length + 2) + exif.left(length);
+                    put("way.jpg", QByteArray(jpeg).insert(2, segment));
+                    QVERIFY(!readPicture(path("way.jpg")).pixels.empty());
+                }
+            }
+            QByteArray turned = tiff;
+            put("way.tif", turned.replace(turned.indexOf(tag) + 8, 1, &way, 1));
+            const cv::Mat read = readPicture(path("way.tif")).pixels;
+            QCOMPARE(read.size(), seen.size());
+            QVERIFY2(drawn::meanDifference(read, seen) < 2, qPrintable(QString::number(way)));
+        }
+    }
+
+    // Every operation over pictures that no scanner delivers: a picture comes out that can be saved, and what
+    // only cuts, straightens or judges leaves them as they are.
+    void oddPictures_data()
+    {
+        QTest::addColumn<QSize>("size");
+        for (const QSize& size :
+             {QSize(1, 1), QSize(1, 300), QSize(3000, 1), QSize(2, 2), QSize(40, 17), QSize(300, 300)})
+            QTest::addRow("%dx%d", size.width(), size.height()) << size;
+    }
+    void oddPictures()
+    {
+        QFETCH(QSize, size);
+        ImageConvertFunction library;
+        using Operation = std::function<MagickWand*(MagickWand*)>;
+        const std::vector<Operation> gentle = {
+            [&](MagickWand* w) { return library.imageAutoCrop(w); },
+            [&](MagickWand* w) { return library.imageDeskew(w); },
+            [&](MagickWand* w) {
+                library.AutoDeleteBlankPage(w, 20, 0.81);
+                return w;
+            },
+        };
+        const std::vector<Operation> others = {
+            [&](MagickWand* w) { return library.imageAutoDense(library.imageGamma(w, 2)); },
+            [&](MagickWand* w) { return library.imageBlur(library.imageSharpen(w, 2), 2); },
+            [&](MagickWand* w) { return library.imageRotate(library.imageRotate(w, 90), 7); },
+            [&](MagickWand* w) { return library.imageDelBackground(w, 10); },
+            [&](MagickWand* w) { return library.imageCharacterEnhance(w, 10); },
+            [&](MagickWand* w) { return library.imageRedFile(w); },
+            [&](MagickWand* w) { return library.imageResolution(w, 75, 75, 600); },
+            [&](MagickWand* w) { return library.imageUserPS(w, 10, 10, 0, 300); },
+            [&](MagickWand* w) { return library.imageInBorder(w, 1, 2, 3, 50, 50, 300); },
+            [&](MagickWand* w) { return library.imageOutBorder(w, 1, 2, 3, 1, 0, 300); },
+            [&](MagickWand* w) { return library.AutoDeleteNoise(library.imageRGBtoWB(w, 130), 5); },
+        };
+        const int type[] = {CV_8UC1, CV_8UC3};
+        for (int kind = 0; kind < 8; ++kind) {
+            cv::Mat pixels(size.height(), size.width(), type[kind % 2], cv::Scalar::all(kind / 2 % 2 * 255));
+            if (kind >= 4)
+                cv::randu(pixels, 0, 256);
+            if (kind >= 6)
+                pixels = pixels < 128;
+            drawn::writePnm(m_folder.filePath("odd.pnm"), pixels);
+            for (size_t i = 0; i < gentle.size() + others.size(); ++i) {
+                MagickWand* wand = library.getImage(path("odd.pnm").c_str());
+                QVERIFY(wand);
+                wand = i < gentle.size() ? gentle[i](wand) : others[i - gentle.size()](wand);
+                QVERIFY2(library.lastError().isEmpty(), qPrintable(library.lastError()));
+                QVERIFY(library.width(wand) > 0 && library.height(wand) > 0);
+                if (i < gentle.size())
+                    QCOMPARE(QSize(library.width(wand), library.height(wand)), size);
+                for (const char* kindOfFile : {"jpg", "tif", "png", "bmp"})
+                    QVERIFY2(library.saveImage(wand, m_folder.path() + '/', "odd", kindOfFile, 300),
+                             qPrintable(library.lastError()));
+                library.destroyImage(wand);
+            }
+        }
+    }
+
+    // 20000 x 20000 pixels in a process that may not have them.
+    void noMemory()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the address sanitizer's own memory is beyond any limit");
+#endif
+        QFile file(m_folder.filePath("large.pnm"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray header = "P5\n\n20000 20000\n255\n";
+        QVERIFY(file.write(header) == header.size() && file.resize(header.size() + 400000000ll)); // sparse
+        file.close();
+        const pid_t child = fork();
+        if (child == 0) {
+            const rlimit limit{600u << 20, 600u << 20};
+            setrlimit(RLIMIT_AS, &limit);
+            ImageConvertFunction library;
+            const bool refused = !library.getImage(path("large.pnm").c_str());
+            _exit(!refused ? 1 : library.lastError().contains("large.pnm: not enough memory") ? 0 : 2);
+        }
+        int status = -1;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QVERIFY2(WIFEXITED(status), "killed by a signal");
+        QCOMPARE(WEXITSTATUS(status), 0);
+    }
+
     void cutOffFiles()
     {
         for (const char* type : {"jpg", "tif", "png", "bmp", "pnm"}) {
@@ -207,7 +339,10 @@ private slots:
     }
 
     // Over the file-size limit: false, the old file whole, no leftovers; the process survives the signal.
-    void fullDisk_data() { writtenFilesComeBack_data(); }
+    void fullDisk_data()
+    {
+        writtenFilesComeBack_data();
+    }
     void fullDisk()
     {
         QFETCH(QString, type);
