@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <optional>
 
 namespace {
 
@@ -57,30 +58,32 @@ double readsUpright(OcrEngine& engine, const std::vector<cv::Mat>& samples)
     return lowest / 100.0;
 }
 
-// Code 0, 2 or undecided.
-Orientation judge(const cv::Mat& image)
+// Code 0, 2 or undecided. The engine is made when there is something to read, and serves both directions: its
+// model costs as much time as a sample.
+Orientation judge(const cv::Mat& image, std::optional<OcrEngine>& engine)
 {
     std::vector<cv::Mat> samples = findTextSamples(image);
     if (samples.empty())
         return {};
-    OcrEngine engine;
-    if (!engine.isReady())
+    if (!engine)
+        engine.emplace();
+    if (!engine->isReady())
         return {};
-    if (const double confidence = readsUpright(engine, samples); confidence > 0)
+    if (const double confidence = readsUpright(*engine, samples); confidence > 0)
         return {0, confidence};
     qDebug("********** 180 OCR ************");
     for (cv::Mat& sample : samples)
         cv::flip(sample, sample, -1);
-    const double confidence = readsUpright(engine, samples);
+    const double confidence = readsUpright(*engine, samples);
     return confidence > 0 ? Orientation{2, confidence} : Orientation{};
 }
 
-Orientation judgeUpright(const cv::Mat& image)
+Orientation judgeUpright(const cv::Mat& image, std::optional<OcrEngine>& engine)
 {
     if (image.empty() || image.type() != CV_8UC3)
         return {};
     try {
-        return judge(image);
+        return judge(image, engine);
     } catch (const std::exception& error) {
         qWarning("orientation: %s", error.what());
     }
@@ -91,7 +94,8 @@ Orientation judgeUpright(const cv::Mat& image)
 
 int getRotation(const cv::Mat& image)
 {
-    return judgeUpright(image).code;
+    std::optional<OcrEngine> engine;
+    return judgeUpright(image, engine).code;
 }
 
 int getRealRotation(const std::string& path)
@@ -103,13 +107,14 @@ Orientation detectOrientation(const std::string& path)
 {
     try {
         const cv::Mat image = cv::imread(path, cv::IMREAD_COLOR);
-        const Orientation upright = judgeUpright(image);
+        std::optional<OcrEngine> engine;
+        const Orientation upright = judgeUpright(image, engine);
         if (upright.code != kOrientationUndecided || image.empty())
             return upright;
         cv::Mat turned;
         cv::transpose(image, turned);
         cv::flip(turned, turned, 1);
-        Orientation sideways = judgeUpright(turned);
+        Orientation sideways = judgeUpright(turned, engine);
         if (sideways.code != kOrientationUndecided)
             sideways.code = sideways.code == 0 ? 1 : 3;
         return sideways;
