@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageconvert/jpegscan.h"
 
-#include "imageconvert/picture.h"
+#include "imageconvert/exif.h"
+#include "imageconvert/pictureerror.h"
 
 #include <cstring>
 
@@ -14,63 +15,19 @@ namespace {
     throw PictureError(std::string("damaged JPEG: ") + why);
 }
 
-// Bytes of a segment or of the Exif data in it; reading beyond the end gives zeros.
+// Bytes of a segment; reading beyond the end gives zeros.
 struct Bytes
 {
     const uchar* data;
     size_t size;
-    bool littleEndian = false;
 
     unsigned at(size_t i) const { return i < size ? data[i] : 0; }
-    unsigned u16(size_t i) const { return littleEndian ? at(i) | at(i + 1) << 8 : at(i) << 8 | at(i + 1); }
-    unsigned u32(size_t i) const
-    {
-        return littleEndian ? u16(i) | u16(i + 2) << 16 : u16(i) << 16 | u16(i + 2);
-    }
+    unsigned u16(size_t i) const { return at(i) << 8 | at(i + 1); }
     bool startsWith(const char* text, size_t length) const
     {
         return size >= length && std::memcmp(data, text, length) == 0;
     }
 };
-
-double rational(const Bytes& exif, size_t at)
-{
-    const unsigned divisor = exif.u32(at + 4);
-    return divisor == 0 ? 0 : static_cast<double>(exif.u32(at)) / divisor;
-}
-
-// The first directory of the Exif data (TIFF 6.0, section 2): orientation and resolution.
-void readExif(Bytes exif, JpegInfo& info)
-{
-    exif.littleEndian = exif.at(0) == 'I';
-    const size_t directory = exif.u32(4);
-    const unsigned entries = exif.u16(directory);
-    double x = 0, y = 0, perInch = 1;
-    for (unsigned i = 0; i < entries && directory + 2 + 12 * (i + 1) <= exif.size; ++i) {
-        const size_t entry = directory + 2 + 12 * i;
-        const unsigned value = exif.u16(entry + 8);
-        switch (exif.u16(entry)) {
-        case 0x0112:
-            info.orientation = value >= 1 && value <= 8 ? static_cast<int>(value) : 1;
-            break;
-        case 0x011a:
-            x = rational(exif, exif.u32(entry + 8));
-            break;
-        case 0x011b:
-            y = rational(exif, exif.u32(entry + 8));
-            break;
-        case 0x0128:
-            perInch = value == 3 ? 2.54 : 1;
-            break;
-        default:
-            break;
-        }
-    }
-    if (info.xDpi <= 0 && x > 0) {
-        info.xDpi = x * perInch;
-        info.yDpi = (y > 0 ? y : x) * perInch;
-    }
-}
 
 void readJfif(const Bytes& segment, JpegInfo& info)
 {
@@ -97,8 +54,8 @@ void readSegment(unsigned marker, const Bytes& segment, JpegInfo& info)
         info.passable = marker <= 0xc2 && segment.at(0) == 8 && known && info.height > 0;
     } else if (marker == 0xe0 && segment.startsWith("JFIF", 5)) {
         readJfif(segment, info);
-    } else if (marker == 0xe1 && segment.startsWith("Exif\0", 6)) {
-        readExif({segment.data + 6, segment.size - 6}, info);
+    } else if (marker == 0xe1 && info.orientation == 1) {
+        info.orientation = exifOrientation(segment.data, segment.size);
     } else if (marker == 0xee && segment.startsWith("Adobe", 5)) {
         info.adobe = true;
     }

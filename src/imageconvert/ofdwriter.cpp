@@ -121,6 +121,9 @@ public:
             }
             return true;
         });
+        if (m_reported < m_job.pages.size() && m_job.options.progress) // too late to cancel
+            m_job.options.progress(static_cast<int>(m_job.pages.size()),
+                                   static_cast<int>(m_job.pages.size()));
     }
 
 private:
@@ -151,7 +154,7 @@ private:
             name,
             [&page, jpeg = asJpeg(page), quality] {
                 return aboutPage(page.path, [&] {
-                    const cv::Mat pixels = decodedUpright(page);
+                    const cv::Mat pixels = decodedPixels(page);
                     return jpeg ? jpegData(pixels, quality) : pngData(pixels);
                 });
             },

@@ -5,10 +5,10 @@
 #include "imageconvert/picture.h"
 #include "imageconvert/picturereader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <opencv2/imgproc.hpp>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -136,20 +136,13 @@ std::string readBytes(const PageFile& page)
     return bytes;
 }
 
-cv::Mat decodedUpright(const PageFile& page)
+cv::Mat decodedPixels(const PageFile& page)
 {
     cv::Mat pixels = readPicture(page.path).pixels;
-    if (page.onItsSide())
-        cv::transpose(pixels, pixels);
-    // What is left after the transposition: mirrored left to right, top to bottom, or both.
-    const bool sideways =
-        page.orientation == 2 || page.orientation == 3 || page.orientation == 6 || page.orientation == 7;
-    const bool upsideDown =
-        page.orientation == 3 || page.orientation == 4 || page.orientation == 7 || page.orientation == 8;
-    if (sideways)
-        cv::flip(pixels, pixels, 1);
-    if (upsideDown)
-        cv::flip(pixels, pixels, 0);
+    const cv::Size turned(page.size.height, page.size.width);
+    if (pixels.size() != (page.onItsSide() ? turned : page.size) ||
+        pixels.channels() != std::min(3, page.channels))
+        throw PictureError("cannot read " + page.path + ": the file changed meanwhile");
     return pixels;
 }
 

@@ -39,8 +39,8 @@ PageFile inspectPage(const std::string& path);
 // The file's bytes; throws when they cannot be read or are no longer as many as when the page was looked at.
 std::string readBytes(const PageFile& page);
 
-// The page's pixels, grey or red-green-blue, turned the right way up.
-cv::Mat decodedUpright(const PageFile& page);
+// The page's pixels, grey or red-green-blue, the right way up; throws like readBytes().
+cv::Mat decodedPixels(const PageFile& page);
 
 // Size on paper in millimetres, the right way up; `sourceDpi` is for files that do not say (0: guessed).
 cv::Size2d physicalSize(const PageFile& page, double sourceDpi);

@@ -4,7 +4,6 @@
 #include "imageconvert/pageencoder.h"
 #include "imageconvert/pageerror.h"
 #include "imageconvert/pagesize.h"
-#include "imageconvert/picture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,7 +21,8 @@ using Object = QPDFObjectHandle;
 constexpr double kPointsPerMm = 72 / 25.4;
 constexpr double kLongestPage = 14400; // points; ISO 32000-1, annex C: the most that readers must take
 
-// The written file, in pieces that are worth a system call.
+// The written file, in pieces that are worth a system call. It never throws, since the library also writes
+// from destructors: the file keeps the first error.
 class FileSink : public Pipeline
 {
 public:
@@ -47,11 +47,7 @@ private:
         put(m_waiting.data(), m_waiting.size());
         m_waiting.clear();
     }
-    void put(const void* data, size_t size)
-    {
-        if (!m_file.write(data, size))
-            m_file.throwIfFailed();
-    }
+    void put(const void* data, size_t size) { static_cast<void>(m_file.write(data, size)); }
 
     OutputFile& m_file;
     std::string m_waiting;
@@ -106,7 +102,7 @@ Encoding groupFour(const PageFile& page)
     parameters.replaceKey("/K", Object::newInteger(-1));
     parameters.replaceKey("/Columns", Object::newInteger(page.size.width));
     parameters.replaceKey("/Rows", Object::newInteger(page.size.height));
-    const auto write = [&page](Pipeline& to) { to.writeString(groupFourData(decodedUpright(page))); };
+    const auto write = [&page](Pipeline& to) { to.writeString(groupFourData(decodedPixels(page))); };
     return {"/CCITTFaxDecode", parameters, 1, 1, write};
 }
 
@@ -137,12 +133,12 @@ Encoding encodingOf(const PageFile& page, int jpegQuality)
         return groupFour(page);
     if (jpegQuality > 0)
         return {"/DCTDecode", Object::newNull(), 8, page.channels, [&page, jpegQuality](Pipeline& to) {
-                    to.writeString(jpegData(decodedUpright(page), std::min(jpegQuality, 100)));
+                    to.writeString(jpegData(decodedPixels(page), std::min(jpegQuality, 100)));
                 }};
     if (isCopiedPng(page))
         return copiedPng(page);
     return {"/FlateDecode", predictor(page.channels, 8, page.size.width), 8, page.channels,
-            [&page](Pipeline& to) { to.writeString(predictedData(decodedUpright(page))); }};
+            [&page](Pipeline& to) { to.writeString(predictedData(decodedPixels(page))); }};
 }
 
 class PdfDocument
@@ -161,6 +157,7 @@ public:
     {
         OutputFile file(m_job.path);
         FileSink sink(file);
+        m_file = &file;
         try {
             QPDFWriter writer(m_pdf);
             writer.setOutputPipeline(&sink);
@@ -213,6 +210,7 @@ private:
             try {
                 aboutPage(m_job.pages[index].path, [&] { write(*to); });
                 to->finish();
+                m_file->throwIfFailed();
                 m_job.report(index + 1);
             } catch (...) {
                 m_failure = std::current_exception();
@@ -243,6 +241,7 @@ private:
 
     const DocumentJob& m_job;
     QPDF m_pdf;
+    OutputFile* m_file = nullptr; // while it is written
     std::exception_ptr m_failure;
 };
 

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""ofdrender.py FILE.ofd [--strict] [--dpi N] [--out PREFIX]: draws the pages of an OFD document as PREFIX-1.png, ...
+"""ofdrender.py FILE.ofd [--strict] [--dpi N] [--out PREFIX]: draws the pages of an OFD document as PREFIX-001.png, ...
 
 An own small reader for tests: it takes the document apart as strict readers do, keeps boxes in millimetres, and
 draws pictures and text where they say. What such readers would refuse or lose is listed in `problems`; without
@@ -215,7 +215,7 @@ def main():
     document = OfdDocument(options.file, options.strict)
     for number, page in enumerate(document.pages):
         if options.out:
-            document.render(number, options.dpi).save(f"{options.out}-{number + 1}.png")
+            document.render(number, options.dpi).save(f"{options.out}-{number + 1:03}.png")
         else:
             print(f"page {number + 1}: {page.size[0]:g} x {page.size[1]:g} mm, {len(page.pictures)} pictures")
             print("".join(f"{text.text}\n" for text in page.texts), end="")
