@@ -18,7 +18,7 @@ readonly DEMO_PACKAGES=(
 )
 readonly TEST_PACKAGES=(
     sane-utils shellcheck util-linux
-    qpdf poppler-utils python3-pil python3-numpy
+    qpdf poppler-utils unzip python3-pil img2pdf
 )
 # The tools that bench/run_bench.py measures itself against; it goes on without one.
 readonly BENCH_PACKAGES=(

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QtTest>
+#include <opencv2/core/utility.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
@@ -96,6 +97,8 @@ class DocumentsTest : public QObject
     }
 
 private slots:
+    void initTestCase() { cv::setNumThreads(1); }
+
     void pdfHoldsThePagesAsTheyAre()
     {
         const QStringList pages = kinds();
