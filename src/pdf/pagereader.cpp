@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/pagereader.h"
 
+#include "imageconvert/picture.h"
+#include "imageconvert/picturereader.h"
 #include "recognition/ocrengine.h"
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QEventLoop>
-#include <QImageReader>
-#include <QThread>
+#include <QFile>
 #include <atomic>
 #include <cmath>
 #include <condition_variable>
@@ -18,7 +18,6 @@
 namespace {
 
 constexpr double kReadingDpi = 300;
-constexpr double kInchMm = 25.4;
 constexpr int kLongestSide = 20000; // of what the engine is given, in pixels
 
 class PageReaderText
@@ -38,27 +37,26 @@ struct Sheet
 
 Sheet loadSheet(const QString& picture)
 {
-    QImageReader reader(picture);
-    reader.setDecideFormatFromContent(true);
-    const QImage image = reader.read().convertToFormat(QImage::Format_Grayscale8);
-    if (image.isNull()) {
-        qWarning().noquote() << "text recognition: cannot read" << picture << reader.errorString();
+    cv::Mat grey;
+    double dpi = 0;
+    try {
+        const imageconvert::ReadResult read =
+            imageconvert::readPicture(QFile::encodeName(picture).toStdString());
+        grey = imageconvert::toGrey(read.pixels);
+        dpi = read.dpi > 0 ? read.dpi : imageconvert::guessDpi(grey.size());
+    } catch (const std::exception& error) {
+        qWarning().noquote() << "text recognition: cannot read" << picture << error.what();
         return {};
     }
-    // Qt gives a picture without a resolution that of a screen; no page is scanned with less than 100 dpi.
-    constexpr double kLeastDpi = 99;
-    const double dpi = image.dotsPerMeterX() * kInchMm / 1000;
-    const double toReading = dpi < kLeastDpi ? 1 : kReadingDpi / dpi;
+    const double toReading = kReadingDpi / dpi;
     Sheet sheet;
-    sheet.size = QSize(std::max(1, int(std::lround(image.width() * toReading))),
-                       std::max(1, int(std::lround(image.height() * toReading))));
+    sheet.size = QSize(std::max(1, int(std::lround(grey.cols * toReading))),
+                       std::max(1, int(std::lround(grey.rows * toReading))));
     sheet.scale = std::min(1.0, double(kLongestSide) / std::max(sheet.size.width(), sheet.size.height()));
-    const cv::Mat grey(image.height(), image.width(), CV_8UC1, const_cast<uchar*>(image.constBits()),
-                       static_cast<size_t>(image.bytesPerLine()));
     const cv::Size size(std::max(1, int(std::lround(sheet.size.width() * sheet.scale))),
                         std::max(1, int(std::lround(sheet.size.height() * sheet.scale))));
     if (std::abs(size.width - grey.cols) <= 2 && std::abs(size.height - grey.rows) <= 2)
-        sheet.pixels = grey.clone(); // 11811 dots per metre are not quite 300 dpi
+        sheet.pixels = grey; // 11811 dots per metre are not quite 300 dpi
     else
         cv::resize(grey, sheet.pixels, size, 0, 0, size.width < grey.cols ? cv::INTER_AREA : cv::INTER_CUBIC);
     return sheet;
