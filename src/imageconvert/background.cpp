@@ -10,6 +10,9 @@ namespace imageconvert {
 
 namespace {
 
+constexpr int kNeutral = 30, kColoured = 60; // span of red, green and blue on flattened paper, 255
+constexpr double kColourShare = 0.6;         // of the whitening that a coloured pixel is spared
+
 // Strength 5 whitens what keeps 80 % of the paper's light, 10 what keeps 62 %.
 double whitePoint(int strength)
 {
@@ -24,6 +27,30 @@ Tone::Table curve(double black, double white)
     return table;
 }
 
+struct Curves
+{
+    Tone::Table grey, colour; // of pixels without and with a colour of their own
+    int white;                // where the grey one reaches 255
+};
+
+// In place, `count` pixels of red, green, blue. A coloured pixel is ink, not a shadow of the paper: it is
+// whitened less, or the edges of red type and stamps would fade.
+void whitenColours(uchar* p, int count, const Curves& curves)
+{
+    for (const uchar* end = p + 3 * count; p < end; p += 3) {
+        const int least = std::min({p[0], p[1], p[2]}), span = std::max({p[0], p[1], p[2]}) - least;
+        if (least >= curves.white) {
+            p[0] = p[1] = p[2] = 255;
+            continue;
+        }
+        const int share = std::clamp((span - kNeutral) * 256 / (kColoured - kNeutral), 0, 256);
+        for (int c = 0; c < 3; ++c) {
+            const int grey = curves.grey[p[c]];
+            p[c] = static_cast<uchar>(grey + (((curves.colour[p[c]] - grey) * share) >> 8));
+        }
+    }
+}
+
 } // namespace
 
 cv::Mat withoutBackground(const cv::Mat& pixels, const BackgroundParams& params)
@@ -34,17 +61,20 @@ cv::Mat withoutBackground(const cv::Mat& pixels, const BackgroundParams& params)
     const PaperSurface paper = findPaper(pixels, params.dpi);
     cv::Mat flat = flattened(pixels, paper);
     const int black = inkLevel(flat, paper, 18 * strength);
-    const Tone::Table table = curve(black * std::min(1.0, strength / 5.0), whitePoint(strength));
-    const int channels = flat.channels();
+    const double darkest = black * std::min(1.0, strength / 5.0), white = whitePoint(strength);
+    const Curves curves{curve(darkest, white), curve(darkest, white + kColourShare * (255 - white)),
+                        static_cast<int>(white)};
     for (int y = 0; y < flat.rows; ++y) {
         const uchar* picture = paper.picture.ptr(std::min(y / paper.tileSize, paper.picture.rows - 1));
-        uchar* row = flat.ptr(y);
         for (int tile = 0; tile * paper.tileSize < flat.cols; ++tile) {
             if (picture[std::min(tile, paper.picture.cols - 1)])
                 continue;
-            const int end = std::min((tile + 1) * paper.tileSize, flat.cols) * channels;
-            for (int i = tile * paper.tileSize * channels; i < end; ++i)
-                row[i] = table[row[i]];
+            const int from = tile * paper.tileSize, count = std::min(paper.tileSize, flat.cols - from);
+            if (flat.channels() == 3)
+                whitenColours(flat.ptr(y) + 3 * from, count, curves);
+            else
+                for (int x = from; x < from + count; ++x)
+                    flat.at<uchar>(y, x) = curves.grey[flat.at<uchar>(y, x)];
         }
     }
     return flat;

@@ -23,18 +23,23 @@ cv::Mat enhancedCharacters(const cv::Mat& pixels, int strength, double dpi)
         factor[static_cast<size_t>(i)] =
             share >= 1 ? 256 : static_cast<int>(std::lround(256 * std::pow(share, 0.15 * steps)));
     }
-    cv::Mat soft, sharp;
+    cv::Mat soft;
     cv::GaussianBlur(pixels, soft, cv::Size(), std::clamp(dpi / 300, 0.5, 4.0));
-    cv::addWeighted(pixels, 1 + 0.05 * steps, soft, -0.05 * steps, 0, sharp);
+    const int sharpness = static_cast<int>(std::lround(256 * 0.05 * steps));
     cv::Mat out(pixels.size(), pixels.type());
     const int samples = pixels.cols * pixels.channels();
     for (int y = 0; y < pixels.rows; ++y) {
-        const uchar *level = flat.ptr(y), *clear = sharp.ptr(y), *from = pixels.ptr(y);
+        const uchar *level = flat.ptr(y), *blurred = soft.ptr(y), *from = pixels.ptr(y);
         uchar* to = out.ptr(y);
         for (int i = 0; i < samples; ++i) {
             const int keep = factor[level[i]];
             // Sharpening would only raise the grain of the paper.
-            to[i] = keep == 256 ? from[i] : static_cast<uchar>((clear[i] * keep) >> 8);
+            if (keep == 256) {
+                to[i] = from[i];
+                continue;
+            }
+            const int sharp = std::clamp(from[i] + (((from[i] - blurred[i]) * sharpness) >> 8), 0, 255);
+            to[i] = static_cast<uchar>((sharp * keep) >> 8);
         }
     }
     return out;
