@@ -25,6 +25,7 @@ ReadingControl PageLoop::control() const
 {
     ReadingControl control;
     control.cancelled = m_job.cancelled;
+    control.traceTo = m_job.traceTo;
     return control;
 }
 

@@ -26,6 +26,8 @@ struct OcrJob
     std::function<void(const std::function<void()>&)> run;
     // Called in the thread that `run` works in: must be safe there.
     std::function<bool()> cancelled;
+
+    int traceTo = 2; // as ReadingControl
 };
 
 struct OcrResult

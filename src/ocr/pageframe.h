@@ -19,7 +19,3 @@ LoadedPage loadPage(const QString& file);
 // The page resampled to 300 dpi at the top left of the white frame; reduced to fit it when it is larger, also
 // a landscape page. A page that is the frame already is returned as it is.
 cv::Mat layOnFrame(const cv::Mat& page, double dpi);
-
-// A grey copy of a framed page without the ruled lines of tables and forms, which would make a table one
-// box: straight dark lines over about 14 mm long and at most 1 mm thick get the colour of the paper.
-cv::Mat withoutRules(const cv::Mat& frame);

@@ -2,6 +2,7 @@
 #include "ocr/pagetext.h"
 
 #include "ocr/pageframe.h"
+#include "ocr/readablepage.h"
 #include "recognition/boxreading.h"
 #include "recognition/ocrengine.h"
 
@@ -28,6 +29,7 @@ std::vector<BoxText> readPage(const QMap<int, zarnRECT>& boxes, tesseract::TessB
     options.frame = kPageFrame;
     options.idle = control.idle;
     options.isCancelled = control.cancelled;
+    options.traceTo = control.traceTo;
     PageReading reading = readBoxes(*api, onPage(boxes), options);
     notes.cancelled = reading.cancelled;
     for (const LostBoxes& lost : reading.lost) {
@@ -81,8 +83,9 @@ FramedPage framedPage(const cv::Mat& page, double dpi, PageNotes& notes)
     if (page.empty())
         return framed;
     framed.frame = layOnFrame(page, dpi);
-    framed.clean = withoutRules(framed.frame);
-    framed.boxes = findTextBoxes(framed.clean);
+    ReadablePage readable = readablePage(framed.frame);
+    framed.clean = readable.clean;
+    framed.boxes = findTextBoxes(readable.smooth);
     notes.boxes = framed.boxes.size();
     return framed;
 }

@@ -21,6 +21,7 @@ struct ReadingControl
 {
     std::function<void()> idle;
     std::function<bool()> cancelled; // true ends the reading
+    int traceTo = 2;                 // file descriptor for a debug line about each box; -1: none
 };
 
 // What became of one page.
@@ -34,7 +35,7 @@ struct PageNotes
     QStringList problems; // English, for the log; boxes that were lost among them
 };
 
-// A page ready to be read: `frame` is what was scanned, `clean` the copy without ruled lines that is read.
+// A page ready to be read: `frame` is what was scanned, `clean` what is read.
 struct FramedPage
 {
     cv::Mat frame; // empty: the file cannot be read

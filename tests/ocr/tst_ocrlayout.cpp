@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "drawntext.h"
+#include "ocr/layout.h"
+#include "ocr/measures.h"
+#include "ocr/pageframe.h"
+#include "ocr/paragraphs.h"
+#include "ocr/readablepage.h"
+
+#include <QPainter>
+#include <QtTest>
+#include <opencv2/imgproc.hpp>
+
+namespace {
+
+zarnTXTLINERET line(int x, int y, int width, int height, const QString& text = QStringLiteral("文"))
+{
+    zarnTXTLINERET record;
+    record.x = x;
+    record.y = y;
+    record.width = width;
+    record.height = record.lineHeight = height;
+    record.confidence = 90;
+    record.text = text;
+    return record;
+}
+
+QMap<int, zarnTXTLINERET> numbered(const QList<zarnTXTLINERET>& records)
+{
+    QMap<int, zarnTXTLINERET> lines;
+    for (const zarnTXTLINERET& record : records)
+        lines.insert(lines.size(), record);
+    return lines;
+}
+
+} // namespace
+
+class TestOcrLayout : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void measuresOfTheDocument();
+    void onlyLargePagesAreReduced();
+    void boxesLieOnTheTextInReadingOrder();
+    void theFrameHoldsEveryPage_data();
+    void theFrameHoldsEveryPage();
+    void tablesFallApartIntoCells();
+    void noiseMakesNoBoxes_data();
+    void noiseMakesNoBoxes();
+    void textAndPicturesOutliveTheRulesRemoval();
+    void linesOfOneParagraphJoin_data();
+    void linesOfOneParagraphJoin();
+    void joinedRecordSpansItsLines();
+};
+
+void TestOcrLayout::measuresOfTheDocument()
+{
+    QCOMPARE(getTop(10), QStringLiteral("2"));
+    QCOMPARE(getLeft(2479), QStringLiteral("619"));
+    QCOMPARE(getWidth(2480), QStringLiteral("992"));
+    QCOMPARE(getHeight(51), QStringLiteral("25"));
+    const QMap<int, QString> sizes{{42, "16"}, {43, "18"}, {47, "18"}, {48, "19"}, {50, "20"}, {51, "21"},
+                                   {55, "21"}, {56, "22"}, {59, "24"}, {63, "24"}, {64, "25"}, {68, "27"},
+                                   {69, "28"}, {73, "28"}, {74, "30"}, {78, "30"}, {79, "31"}, {200, "80"}};
+    for (auto size = sizes.begin(); size != sizes.end(); ++size)
+        QCOMPARE(getFontSize(size.key()), size.value());
+    QCOMPARE(getPSFontSize(40, 3), QStringLiteral("13"));
+    QCOMPARE(getPSFontSize(40, 0), QStringLiteral("0"));
+    QCOMPARE(getPSLineSpacing(200, 2), QStringLiteral("240"));
+    QCOMPARE(getPSLineSpacing(201, 4), QStringLiteral("80"));
+    QCOMPARE(getPSLineSpacing(200, 1), QStringLiteral("0"));
+    QCOMPARE(getPresent(1, 19), QStringLiteral("5"));
+    QCOMPARE(getPresent(1, 3), QStringLiteral("33"));
+    QCOMPARE(getPresent(3, 3), QStringLiteral("10"));
+    QVERIFY(isDigitStr(QStringLiteral("0123456789")));
+    for (const char* text : {"", "12 ", "-1", "1.5", "１２"})
+        QVERIFY2(!isDigitStr(QString::fromUtf8(text)), text);
+}
+
+void TestOcrLayout::onlyLargePagesAreReduced()
+{
+    const auto size = [](int width, int height) {
+        return reducedInk(cv::Mat(height, width, CV_8UC1, cv::Scalar(255))).size();
+    };
+    QVERIFY(size(1000, 1000) == cv::Size(1000, 1000)); // a million exactly is small
+    QVERIFY(size(1000, 1001) == cv::Size(800, 801));
+    QVERIFY(size(1001, 1000) == cv::Size(1000, 999));
+    QVERIFY(size(2480, 3508) == cv::Size(800, 1132));
+    QVERIFY(findTextBoxes(cv::Mat()).isEmpty());
+    QVERIFY(findTextBoxes(cv::Mat(1, 1, CV_8UC1, cv::Scalar(0))).isEmpty());
+}
+
+void TestOcrLayout::boxesLieOnTheTextInReadingOrder()
+{
+    QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(50));
+    const QList<QPoint> places{{200, 400}, {1400, 400}, {300, 700}};
+    for (const QPoint& place : places)
+        painter.drawText(place, QStringLiteral("今天上午整理文件"));
+    painter.end();
+    const QMap<int, zarnRECT> boxes = findTextBoxes(drawntext::toMat(page));
+    QCOMPARE(boxes.size(), places.size());
+    for (int i = 0; i < places.size(); ++i) {
+        const cv::Rect box = onPage(boxes[i]);
+        QVERIFY(withinFrame(box));
+        QVERIFY(std::abs(box.x - places[i].x()) < 40);
+        QVERIFY(std::abs(box.br().y - places[i].y()) < 20);
+        QVERIFY(std::abs(box.width - 400) < 60 && std::abs(box.height - 50) < 16);
+    }
+    QVERIFY(onPage(zarnRECT{11, 13, 100, 20}) == cv::Rect(34, 40, 310, 62));
+    QVERIFY(withinFrame(cv::Rect(2470, 3500, 10, 8)));
+    QVERIFY(!withinFrame(cv::Rect(2471, 100, 10, 8)));
+    QVERIFY(!withinFrame(cv::Rect(100, 3501, 10, 8)));
+}
+
+void TestOcrLayout::theFrameHoldsEveryPage_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("dpi");
+    QTest::addColumn<QSize>("covered");
+    QTest::newRow("a frame already") << QSize(2480, 3508) << 200.0 << QSize(2480, 3508);
+    QTest::newRow("A4 at 200 dpi grows") << QSize(1654, 2339) << 200.0 << QSize(2480, 3508);
+    QTest::newRow("A5 at 600 dpi shrinks") << QSize(3496, 4960) << 600.0 << QSize(1748, 2480);
+    QTest::newRow("landscape is reduced to fit") << QSize(3508, 2480) << 300.0 << QSize(2480, 1753);
+    QTest::newRow("longer than A4") << QSize(2480, 4200) << 300.0 << QSize(2071, 3508);
+    QTest::newRow("a receipt keeps its size") << QSize(900, 1500) << 300.0 << QSize(900, 1500);
+    QTest::newRow("one pixel") << QSize(1, 1) << 300.0 << QSize(1, 1);
+    QTest::newRow("a thread") << QSize(2, 100000) << 300.0 << QSize(1, 3508);
+}
+
+void TestOcrLayout::theFrameHoldsEveryPage()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, dpi);
+    QFETCH(QSize, covered);
+    const cv::Mat page(size.height(), size.width(), CV_8UC1, cv::Scalar(40));
+    const cv::Mat frame = layOnFrame(page, dpi);
+    QVERIFY(frame.size() == kPageFrame);
+    const cv::Rect place = cv::boundingRect(frame < 128);
+    QVERIFY(place.tl() == cv::Point());
+    QVERIFY(std::abs(place.width - covered.width()) <= 1 && std::abs(place.height - covered.height()) <= 1);
+    QVERIFY(layOnFrame(cv::Mat(), 300).empty());
+}
+
+void TestOcrLayout::tablesFallApartIntoCells()
+{
+    for (const int skew : {0, 8}) { // pixels that a rule of the whole width climbs
+        QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+        QPainter painter(&page);
+        painter.setFont(drawntext::font(46));
+        painter.setPen(QPen(Qt::black, 4));
+        for (int row = 0; row <= 6; ++row)
+            painter.drawLine(200, 400 + 110 * row, 2200, 400 + 110 * row - skew);
+        for (int column = 0; column <= 5; ++column)
+            painter.drawLine(200 + 400 * column, 400 - skew * column / 5, 200 + 400 * column, 1060);
+        for (int cell = 0; cell < 30; ++cell)
+            painter.drawText(240 + 400 * (cell % 5), 472 + 110 * (cell / 5), QStringLiteral("合计数量"));
+        painter.end();
+        const cv::Mat picture = drawntext::toMat(page);
+        QVERIFY(findTextBoxes(picture).size() < 10);
+        QCOMPARE(findTextBoxes(readablePage(picture).smooth).size(), 30);
+    }
+}
+
+void TestOcrLayout::noiseMakesNoBoxes_data()
+{
+    QTest::addColumn<double>("noise");
+    QTest::addColumn<int>("ink"); // grey level
+    QTest::newRow("clean") << 0.0 << 0;
+    QTest::newRow("a usual scan") << 4.0 << 60;
+    QTest::newRow("faint") << 4.0 << 190;
+    QTest::newRow("heavy noise") << 25.0 << 20;
+}
+
+void TestOcrLayout::noiseMakesNoBoxes()
+{
+    QFETCH(double, noise);
+    QFETCH(int, ink);
+    QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(46));
+    painter.setPen(QColor(ink, ink, ink));
+    for (int i = 0; i < 12; ++i)
+        painter.drawText(300, 400 + 200 * i, drawntext::story().mid(30 * i, 30));
+    painter.end();
+    cv::Mat grey, grain(kPageFrame, CV_16SC1);
+    cv::cvtColor(drawntext::toMat(page), grey, cv::COLOR_BGR2GRAY);
+    cv::theRNG().state = 5;
+    cv::randn(grain, 0, noise);
+    cv::add(grey, grain, grey, cv::noArray(), CV_8U);
+    QVERIFY(std::abs(findTextBoxes(readablePage(grey).smooth).size() - 12) <= (noise > 10 ? 2 : 0));
+}
+
+void TestOcrLayout::textAndPicturesOutliveTheRulesRemoval()
+{
+    QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+    drawntext::fillLines(page, drawntext::story() + QStringLiteral("一二三十——工士王"), 50, 300);
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(140));
+    painter.drawText(600, 250, QStringLiteral("一年一度大会"));
+    painter.fillRect(0, 3300, 2480, 100, Qt::black); // too thick for a rule
+    painter.end();
+    cv::Mat grey;
+    cv::cvtColor(drawntext::toMat(page), grey, cv::COLOR_BGR2GRAY);
+    QCOMPARE(cv::countNonZero(readablePage(grey).clean != grey), 0);
+    const cv::Mat black(kPageFrame, CV_8UC1, cv::Scalar(0));
+    QCOMPARE(cv::countNonZero(readablePage(black).clean), 0);
+}
+
+void TestOcrLayout::linesOfOneParagraphJoin_data()
+{
+    QTest::addColumn<QList<int>>("below"); // x, y, width, height of a line below 100, 100, 1000, 50
+    QTest::addColumn<bool>("joined");
+    QTest::newRow("next line") << QList<int>{100, 165, 1000, 50} << true;
+    QTest::newRow("short last line") << QList<int>{100, 165, 120, 48} << true;
+    QTest::newRow("the first is indented by two") << QList<int>{0, 165, 1100, 50} << true;
+    QTest::newRow("by three: no paragraph") << QList<int>{-60, 165, 1100, 50} << false;
+    QTest::newRow("the second is indented: a new one") << QList<int>{200, 165, 900, 50} << false;
+    QTest::newRow("pitch too large") << QList<int>{100, 185, 1000, 50} << false;
+    QTest::newRow("other size") << QList<int>{100, 165, 1000, 68} << false;
+    QTest::newRow("other column") << QList<int>{1200, 165, 1000, 50} << false;
+    QTest::newRow("the same row") << QList<int>{1200, 100, 1000, 50} << false;
+}
+
+void TestOcrLayout::linesOfOneParagraphJoin()
+{
+    QFETCH(QList<int>, below);
+    QFETCH(bool, joined);
+    const auto first = line(100, 100, 1000, 50), second = line(below[0], below[1], below[2], below[3]);
+    QCOMPARE(joinParagraphs(numbered({first, second})).size(), joined ? 1 : 2);
+    auto doubtful = second, several = second;
+    doubtful.text = doubtfulMarker();
+    several.lines = 2;
+    QCOMPARE(joinParagraphs(numbered({first, doubtful})).size(), 2);
+    QCOMPARE(joinParagraphs(numbered({first, several})).size(), 2);
+}
+
+void TestOcrLayout::joinedRecordSpansItsLines()
+{
+    // Two columns side by side: numbers run across them.
+    const auto lines = numbered({line(200, 100, 900, 50, "甲"), line(1300, 100, 900, 50, "乙"),
+                                 line(100, 165, 1000, 50, "丙"), line(1300, 165, 900, 50, "丁"),
+                                 line(100, 230, 500, 46, "戊")});
+    const auto joined = joinParagraphs(lines);
+    QCOMPARE(joined.keys(), (QList<int>{0, 1}));
+    const zarnTXTLINERET& left = joined[0];
+    QCOMPARE(left.text, QStringLiteral("甲ZARNFAXZARN丙ZARNFAXZARN戊"));
+    QCOMPARE(left.lines, 3);
+    QVERIFY(cv::Rect(left.x, left.y, left.width, left.height) == cv::Rect(100, 100, 1000, 176));
+    QCOMPARE(left.height - left.lineHeight, 130); // from the first line's top to the last line's
+    QCOMPARE(joined[1].text, QStringLiteral("乙ZARNFAXZARN丁"));
+}
+
+QTEST_MAIN(TestOcrLayout)
+#include "tst_ocrlayout.moc"
