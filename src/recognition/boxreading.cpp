@@ -112,7 +112,7 @@ PageReading readBoxes(BoxReader& reader, cv::Size page, const std::vector<cv::Re
         reading.children += children.back()->start(reader, boxes, options) ? 1 : 0;
     }
     if (reading.children > 0)
-        dprintf(options.traceTo, "i am parent, start to read \n");
+        trace(options.traceTo, "i am parent, start to read \n");
     reading.cancelled = !gather(children, options);
     for (const auto& child : children)
         collect(*child, reading);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -45,34 +46,44 @@ bool writeAll(int pipe, const std::string& bytes)
     std::signal(SIGTERM, SIG_DFL);
     std::signal(SIGINT, SIG_DFL);
     if (task.nice > 0 && nice(task.nice) == -1)
-        dprintf(options.traceTo, "nice errno = %d\n", errno); // harmless
-    dprintf(options.traceTo, " %d son.PID is %d\n", task.worker, getpid());
+        trace(options.traceTo, "nice errno = %d\n", errno); // harmless
+    trace(options.traceTo, " %d son.PID is %d\n", task.worker, getpid());
     try {
         for (const int number : task.numbers) {
             BoxText text;
             text.number = number;
             text.box = boxes[static_cast<std::size_t>(number)];
             reader.read(text, options.symbols);
-            dprintf(options.traceTo, "Box[%d]: x=%d, y=%d, w=%d, h=%d,confidence:%d\n", number, text.box.x,
-                    text.box.y, text.box.width, text.box.height, text.confidence);
+            trace(options.traceTo, "Box[%d]: x=%d, y=%d, w=%d, h=%d,confidence:%d\n", number, text.box.x,
+                  text.box.y, text.box.width, text.box.height, text.confidence);
             if (!writeAll(pipe, encodeRecord(text)))
                 break;
         }
         reader.finish();
     } catch (const std::exception& error) {
-        dprintf(options.traceTo, "son %d: %s\n", task.worker, error.what());
+        trace(options.traceTo, "son %d: %s\n", task.worker, error.what());
     } catch (...) {
-        dprintf(options.traceTo, "son %d: unknown exception\n", task.worker);
+        trace(options.traceTo, "son %d: unknown exception\n", task.worker);
     }
     std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    dprintf(options.traceTo, "%d son end==================%02d:%02d:%02d\n", task.worker, local.tm_hour,
-            local.tm_min, local.tm_sec);
+    trace(options.traceTo, "%d son end==================%02d:%02d:%02d\n", task.worker, local.tm_hour,
+          local.tm_min, local.tm_sec);
     _exit(1);
 }
 
 } // namespace
+
+void trace(int descriptor, const char* format, ...)
+{
+    if (descriptor < 0)
+        return; // vdprintf would leak its buffer
+    va_list values;
+    va_start(values, format);
+    vdprintf(descriptor, format, values);
+    va_end(values);
+}
 
 ReadingChild::~ReadingChild()
 {
@@ -85,7 +96,7 @@ bool ReadingChild::start(BoxReader& reader, const std::vector<cv::Rect>& boxes, 
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         m_problem = withErrno("pipe error", errno);
-        dprintf(options.traceTo, "pipe error\n%s\n", m_problem.c_str());
+        trace(options.traceTo, "pipe error\n%s\n", m_problem.c_str());
         return false;
     }
     const pid_t pid = fork();
@@ -98,7 +109,7 @@ bool ReadingChild::start(BoxReader& reader, const std::vector<cv::Rect>& boxes, 
     if (pid < 0) {
         close(ends[0]);
         m_problem = withErrno("fork error", error);
-        dprintf(options.traceTo, "%s\n", m_problem.c_str());
+        trace(options.traceTo, "%s\n", m_problem.c_str());
         return false;
     }
     m_pid = pid;

@@ -7,6 +7,9 @@
 #include <sys/types.h>
 #include <vector>
 
+// A debug line, written at once and without a lock of the parent; nothing when `descriptor` is negative.
+[[gnu::format(printf, 2, 3)]] void trace(int descriptor, const char* format, ...);
+
 // One forked child that reads some boxes and reports through its pipe. The parent's half: gathers the bytes,
 // watches the clock, waits for the process. An unfinished child is killed when the object goes.
 class ReadingChild
