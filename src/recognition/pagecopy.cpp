@@ -2,7 +2,9 @@
 #include "recognition/pagecopy.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <leptonica/allheaders.h>
 #include <opencv2/imgproc.hpp>
@@ -15,6 +17,7 @@ constexpr int kAbove = 3;           // and above and below
 constexpr int kPaper = 4;           // pixels of plain paper around the reduced strip, at least
 constexpr double kStripHeight = 24; // pixels: the engine errs least on lines of about this height,
 constexpr double kLeastScale = 0.5; // but a box may hold several lines
+constexpr double kNoisyAbove = 8;   // grey levels
 constexpr double kUseless = 0.2;    // a box that would be reduced further is shown as it is
 
 PixOwner clip(Pix* page, const cv::Rect& part)
@@ -47,6 +50,37 @@ unsigned paperGrey(Pix* strip)
     return static_cast<unsigned>(std::clamp(grey, 0.F, 255.F));
 }
 
+// The noise of `page` in grey levels: from the median difference of a pixel from the mean of its neighbours,
+// which on most of a page are paper as it is (0.6745 sigma of a normal distribution, whose variance is 1.5
+// fold).
+double noiseOf(Pix* page)
+{
+    constexpr int kStep = 7; // every 49th pixel will do
+    std::array<int, 511> counts{};
+    int all = 0;
+    for (int y = 0; y < pixGetHeight(page); y += kStep) {
+        const l_uint32* line = pixGetData(page) + static_cast<std::ptrdiff_t>(y) * pixGetWpl(page);
+        for (int x = 1; x + 1 < pixGetWidth(page); x += kStep, ++all) {
+            const int twice =
+                2 * GET_DATA_BYTE(line, x) - GET_DATA_BYTE(line, x - 1) - GET_DATA_BYTE(line, x + 1);
+            ++counts[static_cast<std::size_t>(std::abs(twice))];
+        }
+    }
+    std::size_t median = 0;
+    for (int below = counts[0]; 2 * below < all; below += counts[median])
+        ++median;
+    return static_cast<double>(median) / 2 / 0.6745 / std::sqrt(1.5);
+}
+
+// On grainy pages the engine takes minutes to find lines (and cannot be stopped): these are low-passed.
+PixOwner calmed(PixOwner page)
+{
+    if (!page || noiseOf(page.get()) <= kNoisyAbove)
+        return page;
+    PixOwner calm(pixBlockconv(page.get(), 1, 1));
+    return calm ? std::move(calm) : std::move(page);
+}
+
 } // namespace
 
 void PixDeleter::operator()(Pix* pix) const
@@ -57,7 +91,7 @@ void PixDeleter::operator()(Pix* pix) const
 PixOwner pageCopy(const std::string& file)
 {
     const PixOwner page(pixRead(file.c_str()));
-    return PixOwner(page ? pixConvertTo8(page.get(), 0) : nullptr);
+    return calmed(PixOwner(page ? pixConvertTo8(page.get(), 0) : nullptr));
 }
 
 PixOwner pageCopy(const cv::Mat& page)
@@ -76,7 +110,7 @@ PixOwner pageCopy(const cv::Mat& page)
         std::memcpy(pixGetData(copy.get()) + static_cast<std::size_t>(y) * wordsPerLine, grey.ptr(y),
                     static_cast<std::size_t>(grey.cols));
     pixEndianByteSwap(copy.get());
-    return copy;
+    return calmed(std::move(copy));
 }
 
 BoxMargin::BoxMargin(Pix* page, const cv::Rect& box)

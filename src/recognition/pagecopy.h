@@ -15,7 +15,8 @@ struct PixDeleter
 };
 using PixOwner = std::unique_ptr<Pix, PixDeleter>;
 
-// The page as 8-bit grey; empty when the file cannot be read or the matrix is neither CV_8UC1 nor CV_8UC3.
+// The page as 8-bit grey, low-passed when it is noisy; empty when the file cannot be read or the matrix is
+// neither CV_8UC1 nor CV_8UC3.
 PixOwner pageCopy(const std::string& file);
 PixOwner pageCopy(const cv::Mat& page);
 
