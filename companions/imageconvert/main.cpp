@@ -2,12 +2,12 @@
 // imageconvert: the operations of the image library over files; see docs/man/imageconvert.1.
 #include "arguments.h"
 #include "batch.h"
+#include "stopsignal.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QTextCodec>
-#include <csignal>
 #include <cstdio>
 #include <opencv2/core/utility.hpp>
 
@@ -16,23 +16,6 @@ using namespace companion;
 namespace {
 
 constexpr int kWrongUse = 2;
-std::atomic<bool> stopped{false};
-
-void onSignal(int)
-{
-    stopped = true;
-}
-
-void handleSignals()
-{
-    struct sigaction action = {};
-    action.sa_handler = onSignal;
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART); // a second one ends the program at once
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
-    std::signal(SIGXFSZ, SIG_IGN); // a file-size limit is a failed write, not the end of the program
-}
-
 int wrongUse(const QString& message)
 {
     std::fprintf(stderr, "imageconvert: %s\n", qPrintable(message));

@@ -2,14 +2,13 @@
 // ocrdoc: documents of recognised page pictures; see docs/man/ocrdoc.1.
 #include "arguments.h"
 #include "documents.h"
+#include "stopsignal.h"
 #include "turnedpages.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTextCodec>
 #include <algorithm>
-#include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <unistd.h>
@@ -19,23 +18,6 @@ using namespace companion;
 namespace {
 
 constexpr int kFailed = 1, kWrongUse = 2;
-std::atomic<bool> stopped{false};
-
-void onSignal(int)
-{
-    stopped = true;
-}
-
-void handleSignals()
-{
-    struct sigaction action = {};
-    action.sa_handler = onSignal;
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART); // a second one ends the program at once
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
-    std::signal(SIGXFSZ, SIG_IGN); // a file-size limit is a failed write, not the end of the program
-}
-
 void say(const QString& text)
 {
     std::fprintf(stderr, "ocrdoc: %s\n", qPrintable(text));
