@@ -20,7 +20,7 @@ constexpr double kLeastNoise = 5;     // grey levels: ink has grain that the pap
 constexpr double kLeastShare = 0.03;  // the same as a share of the contrast: the model is not exact
 constexpr double kMiddle = 0.5;       // share of the way from paper to ink at which an edge lies
 constexpr double kBlackInk = 133;     // cut below white, in grey levels, for ink that is black
-constexpr double kFaintShare = 0.42;  // of the page's usual ink; fainter is show-through or a stain
+constexpr double kFaintShare = 0.50;  // of the page's usual ink; fainter is show-through or a stain
 
 // The contrast of the page's usual ink: the median of the tiles' contrasts weighted by their squares, so that
 // a few lines of ink outweigh a whole page of show-through, but a heading not a page of faint type.

@@ -13,7 +13,8 @@ struct BinariseParams
 
 // Two levels, 0 and 255. Light is evened out by the paper surface; the threshold then lies between the local
 // paper and the local ink (the darkest things within some millimetres), so faint and strong type on one page
-// both get through, and what is much fainter than the page's ink (show-through) does not.
+// both get through, and what is much fainter than the page's ink (show-through) does not. Before the cut the
+// scan is sharpened or smoothed as its blur and grain ask for.
 cv::Mat twoLevels(const cv::Mat& grey, const BinariseParams& params);
 
 } // namespace imageconvert

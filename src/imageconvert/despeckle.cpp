@@ -47,7 +47,7 @@ cv::Mat despeckled(const cv::Mat& twoLevel, int size, double dpi)
             continue;
         // Tiny dots go even beside letters; a mark half as large as the limit may be a dot of the script.
         const bool tiny = std::max(box.width, box.height) <= (largest + 1) / 2;
-        if (!tiny && besideLargerMark(labels, stats, i, box, largest, largest))
+        if (!tiny && besideLargerMark(labels, stats, i, box, 3 * largest, largest))
             continue;
         out(box).setTo(255, labels(box) == i);
     }

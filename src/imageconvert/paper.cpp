@@ -12,10 +12,11 @@ namespace imageconvert {
 
 namespace {
 
-constexpr int kTile = 8;            // shrunk pixels
-constexpr int kClosing = 15;        // shrunk pixels: strokes up to 5 mm vanish
-constexpr float kStep = 0.055f;     // largest change of paper from tile to tile, of its level
-constexpr double kPictureMm2 = 400; // smaller things that are not paper are ink
+constexpr int kTile = 8;             // shrunk pixels
+constexpr int kClosing = 15;         // shrunk pixels: strokes up to 5 mm vanish
+constexpr float kStep = 0.055f;      // largest change of paper from tile to tile, of its level
+constexpr double kDarkestPaper = 90; // grey level; darker is no paper
+constexpr double kPictureMm2 = 400;  // smaller things that are not paper are ink
 
 // The grey level of the brightest group that holds a good share of the pixels.
 int paperLevel(const cv::Mat& grey)
@@ -105,8 +106,14 @@ cv::Mat filled(const cv::Mat& tiles, const cv::Mat& mask, const cv::Scalar& usua
     cv::Mat result(tiles.size(), tiles.type(), usual);
     for (double sigma : {40.0, 12.0, 4.0, 1.2}) {
         cv::Mat sum, total;
-        cv::GaussianBlur(weighted, sum, cv::Size(), sigma);
-        cv::GaussianBlur(weights, total, cv::Size(), sigma);
+        if (sigma > 20) { // a box serves as well there, and its time does not grow with its size
+            const int side = 2 * static_cast<int>(sigma) + 1;
+            cv::blur(weighted, sum, {side, side});
+            cv::blur(weights, total, {side, side});
+        } else {
+            cv::GaussianBlur(weighted, sum, cv::Size(), sigma);
+            cv::GaussianBlur(weights, total, cv::Size(), sigma);
+        }
         for (int y = 0; y < result.rows; ++y) {
             float* to = result.ptr<float>(y);
             const float *s = sum.ptr<float>(y), *t = total.ptr<float>(y);
@@ -147,12 +154,19 @@ PaperSurface findPaper(const cv::Mat& pixels, double dpi)
     PaperSurface paper;
     paper.tileSize = kTile * small.factor;
     paper.usual = paperColour(small.pixels);
+    const cv::Size grid((small.pixels.cols + kTile - 1) / kTile, (small.pixels.rows + kTile - 1) / kTile);
+    const double level = small.pixels.channels() == 3 ? (paper.usual[0] + paper.usual[1] + paper.usual[2]) / 3
+                                                      : paper.usual[0];
+    if (level < kDarkestPaper) { // white on black: nothing to even out
+        paper.tiles = cv::Mat(grid, CV_MAKETYPE(CV_32F, small.pixels.channels()), cv::Scalar::all(255));
+        paper.picture = cv::Mat(grid, CV_8UC1, cv::Scalar(255));
+        return paper;
+    }
     cv::Mat calm, closed;
     cv::medianBlur(small.pixels, calm, 3);
     cv::morphologyEx(calm, closed, cv::MORPH_CLOSE,
                      cv::getStructuringElement(cv::MORPH_RECT, {kClosing, kClosing}), {-1, -1}, 1,
                      cv::BORDER_REPLICATE);
-    const cv::Size grid((small.pixels.cols + kTile - 1) / kTile, (small.pixels.rows + kTile - 1) / kTile);
     cv::copyMakeBorder(closed, closed, 0, grid.height * kTile - closed.rows, 0,
                        grid.width * kTile - closed.cols, cv::BORDER_REPLICATE);
     cv::Mat tiles8;

@@ -19,7 +19,8 @@ cv::Scalar paperColour(const cv::Mat& pixels);
 
 // The paper as it would be without anything on it, in tiles of about 2.7 mm. Ink is closed over (dark
 // morphological closing); tiles are taken as paper when they join smoothly to the most usual colour, so
-// pictures and the bed do not count; the gaps are filled from around.
+// pictures and the bed do not count; the gaps are filled from around. A page whose ground is dark (white on
+// black) has no paper: the surface is 255 and all is picture.
 struct PaperSurface
 {
     cv::Mat tiles;    // 32-bit float, channels as the picture, in grey levels

@@ -178,11 +178,41 @@ private slots:
         }
     }
 
+    // Thin strokes with equal gaps run together in a blurred scan unless it is sharpened before the cut.
+    void twoLevelsUndoTheBlur()
+    {
+        cv::Mat truth(600, 800, CV_8UC1, cv::Scalar(255));
+        cv::rectangle(truth, {40, 40, 300, 300}, cv::Scalar(12), 12); // edges to measure the blur at
+        for (int x = 400; x < 760; x += 6)
+            cv::rectangle(truth, {x, 40, 3, 500}, cv::Scalar(12), cv::FILLED);
+        for (double sigma : {0.6, 1.0, 1.5})
+            for (double noise : {1.0, 7.0}) {
+                cv::Mat scan, grain(truth.size(), CV_16SC1);
+                cv::GaussianBlur(truth * 0.96, scan, cv::Size(), sigma);
+                cv::theRNG().state = 7;
+                cv::randn(grain, 0, noise);
+                cv::add(scan, grain, scan, cv::noArray(), CV_8U);
+                const double wrong = cv::mean(twoLevels(scan, {130, 300}) != ((truth > 128) & 255))[0] / 255;
+                QVERIFY2(wrong < 0.015, qPrintable(QString("%1 %2: %3").arg(sigma).arg(noise).arg(wrong)));
+            }
+    }
+
+    // Where there is no paper nothing is taken for its shade.
+    void whiteOnBlackStays()
+    {
+        cv::Mat page = cv::Scalar::all(255) - drawn::page({{1240, 1754}, {250, 249, 246}, 30});
+        QCOMPARE(cv::norm(withoutBackground(page, {5, kDpi}), page, cv::NORM_INF), 0.0);
+        const cv::Mat grey = greyOf(page);
+        const double wrong = cv::mean(twoLevels(grey, {130, kDpi}) != ((grey > 128) & 255))[0] / 255;
+        QVERIFY2(wrong < 0.03, qPrintable(QString::number(wrong)));
+    }
+
     void specksGoStrokesStay()
     {
         cv::Mat page(300, 300, CV_8UC1, cv::Scalar(255));
         cv::rectangle(page, {100, 100, 8, 40}, cv::Scalar(0), cv::FILLED);
-        cv::rectangle(page, {102, 94, 4, 4}, cv::Scalar(0), cv::FILLED); // the dot of an i
+        cv::rectangle(page, {102, 94, 4, 4}, cv::Scalar(0), cv::FILLED);  // the dot of an i
+        cv::rectangle(page, {119, 135, 5, 5}, cv::Scalar(0), cv::FILLED); // a decimal point
         const cv::Mat clean = page.clone();
         cv::rectangle(page, {200, 200, 4, 5}, cv::Scalar(0), cv::FILLED);
         page.at<uchar>(50, 50) = 0;
@@ -227,6 +257,10 @@ private slots:
             return p[0] > 150 && p[1] < 0.6 * p[0] && p[2] < 0.6 * p[0];
         };
         QVERIFY(isRed(clean.at<cv::Vec3b>(64, 500)) && isRed(clean.at<cv::Vec3b>(1310, 900)));
+        // Light red, as at the edge of type, stays red when only the background goes.
+        cv::Mat pink(400, 400, CV_8UC3, cv::Scalar(250, 249, 246));
+        cv::rectangle(pink, {100, 100, 30, 8}, cv::Scalar(225, 165, 162), cv::FILLED);
+        QVERIFY(isRed(withoutBackground(pink, {5, kDpi}).at<cv::Vec3b>(104, 115)));
         QCOMPARE(clean.at<cv::Vec3b>(1700, 600), cv::Vec3b(255, 255, 255));
         cv::Mat text = clean.rowRange(124, 560), planes[3]; // neutral where it is not white
         cv::split(text, planes);
