@@ -65,6 +65,7 @@ Documents::Outcome Documents::writeText(const QStringList& pages)
     job.name = out.completeBaseName();
     job.progress = m_progress;
     job.cancelled = m_cancelled;
+    job.traceTo = -1;
     const OcrResult result = m_request.kind == DocumentKind::Text ? TextDocument(job).ocrProcess(pages)
                                                                   : WordDocument(job).xmltowordpages(pages);
     Outcome outcome{result.saved, result.problem, result.notices, {}};

@@ -9,9 +9,11 @@ namespace {
 // All is done at half size: pixels at 150 dpi.
 constexpr double kHalf = 0.5;
 constexpr double kBlur = 1; // sigma
-constexpr int kRuleLength = 80;
-constexpr int kRuleThickness = 9; // widened by the blur
-constexpr int kBridged = 3;       // gaps in a rule
+// Sizes of structuring elements are odd: opening with an even one moves the picture. Rules across are longer
+// than a dash with the strokes beside it.
+constexpr int kRuleAcross = 111, kRuleUpright = 81;
+constexpr int kTooThick = 11; // with what the blur adds
+constexpr int kBridged = 3;   // gaps in a rule
 constexpr int kThresholdBlock = 41, kThresholdOffset = 20;
 // The paper's colour at a place is the median of a smaller copy around it: of 120 pixels across.
 constexpr int kPaperGrain = 4, kPaperReach = 15;
@@ -36,12 +38,12 @@ cv::Mat paperOf(const cv::Mat& half)
 }
 
 // Thin straight strokes along x.
-cv::Mat rulesAcross(const cv::Mat& ink)
+cv::Mat rulesAcross(const cv::Mat& ink, int length)
 {
     cv::Mat lines, thick;
     cv::morphologyEx(ink, lines, cv::MORPH_CLOSE, cv::Mat::ones(1, kBridged, CV_8U));
-    cv::morphologyEx(lines, lines, cv::MORPH_OPEN, cv::Mat::ones(1, kRuleLength, CV_8U));
-    cv::morphologyEx(lines, thick, cv::MORPH_OPEN, cv::Mat::ones(kRuleThickness + 1, 1, CV_8U));
+    cv::morphologyEx(lines, lines, cv::MORPH_OPEN, cv::Mat::ones(1, length, CV_8U));
+    cv::morphologyEx(lines, thick, cv::MORPH_OPEN, cv::Mat::ones(kTooThick, 1, CV_8U));
     return lines & ~thick;
 }
 
@@ -51,8 +53,8 @@ cv::Mat findRules(const cv::Mat& smooth)
     cv::Mat ink;
     cv::adaptiveThreshold(smooth, ink, 255, cv::ADAPTIVE_THRESH_MEAN_C, cv::THRESH_BINARY_INV,
                           kThresholdBlock, kThresholdOffset);
-    cv::Mat rules = rulesAcross(ink);
-    const cv::Mat upright = rulesAcross(ink.t());
+    cv::Mat rules = rulesAcross(ink, kRuleAcross);
+    const cv::Mat upright = rulesAcross(ink.t(), kRuleUpright);
     rules |= upright.t();
     if (cv::countNonZero(rules) == 0)
         return cv::Mat();

@@ -82,7 +82,7 @@ void TestWordDocument::paragraphBox()
         record({100, 200, 1000, 180}, QStringLiteral("甲 乙ZARNFAXZARN丙\tZARNFAXZARN丁"), 3);
     lines.lineHeight = 50;
     const QString line = QStringLiteral(
-        "w:p[w:pPr[w:spacing(w:line=312 w:line-rule=exact)] w:r[w:rPr[w:sz(w:val=24)] w:t[\"%1\"]]]");
+        "w:p[w:pPr[w:spacing(w:line-rule=exact w:line=312)] w:r[w:rPr[w:sz(w:val=24)] w:t[\"%1\"]]]");
     QCOMPARE(outlineOf(lines),
              QStringLiteral("w:p[w:r[w:pict[v:shape(stroked=f "
                             "style=position:absolute;left:25;top:50;width:400;height:90;z-index:1)"
