@@ -160,13 +160,13 @@ void TstOfdPackage::advances()
     PageText page = scriptedPage({"一\U00020BB7a", "好"}, {4960, 7016});
     page.lines[0].symbols = {{100, 180}, {200, 290}, {290, 330}};
     QMap<int, zarnOFDLINERET> lines = ofdTextLines(page, 210);
-    QCOMPARE(lines[0].deltaX, QString("4.23 3.81")); // 100 and 90 of 4960 pixels
+    QCOMPARE(lines[0].deltaX, QString("4.45 3.73")); // 105 and 88 of 4960 pixels between starts
     QCOMPARE(lines[1].deltaX, QString());
     page.lines[0].symbols.pop_back(); // out of step with the text: not used
     page.lines[0].box.width = 1000;
     QCOMPARE(ofdTextLines(page, 210)[0].deltaX, QString("16.94 16.94"));
     page.lines[0].symbols = {{300, 380}, {200, 290}, {290, 330}}; // never backwards
-    QCOMPARE(ofdTextLines(page, 210)[0].deltaX, QString("0.00 3.81"));
+    QCOMPARE(ofdTextLines(page, 210)[0].deltaX, QString("0.00 2.88"));
 }
 
 // Whatever a page's size and direction, its lines are told in one frame, numbered without gaps.
