@@ -14,6 +14,7 @@ QStringList DocumentFiles::everything(const QString& folder) const
 void DocumentFiles::put(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));
+    file.remove(); // some file systems wait for the disk when a file is written anew
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(name));
 }
@@ -29,7 +30,7 @@ QByteArray DocumentFiles::run(const QString& program, const QStringList& argumen
     QProcess process;
     process.setWorkingDirectory(folder());
     process.start(program, arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(100000) || process.exitStatus() != QProcess::NormalExit)
         return "FAILED: " + process.errorString().toUtf8();
     if (process.exitCode() != 0)
         return "FAILED: " + QByteArray::number(process.exitCode()) + ' ' + process.readAllStandardError();
@@ -50,7 +51,7 @@ cv::Mat DocumentFiles::picture(const QString& name) const
 
 QList<cv::Mat> DocumentFiles::drawn(const QString& prefix) const
 {
-    const QStringList names = QDir(folder()).entryList({prefix + "-*.png"}, QDir::Files, QDir::Name);
+    const QStringList names = QDir(folder()).entryList({prefix + "-*.p[pn][gm]"}, QDir::Files, QDir::Name);
     QList<cv::Mat> pages;
     for (const QString& name : names) {
         pages.append(picture(name));
@@ -61,7 +62,7 @@ QList<cv::Mat> DocumentFiles::drawn(const QString& prefix) const
 
 QList<cv::Mat> DocumentFiles::drawnPdf(const QString& name, int dpi) const
 {
-    run("pdftoppm", {"-r", QString::number(dpi), "-png", name, "drawn"});
+    run("pdftoppm", {"-r", QString::number(dpi), name, "drawn"});
     return drawn("drawn");
 }
 

@@ -21,7 +21,7 @@ class DocumentsTest : public QObject
 
     DocumentFiles m_files;
     ImageConvertFunction m_library;
-    const cv::Mat m_page = drawn::page({{620, 877}, {250, 240, 220}, 18}); // A4 at 75 dpi
+    const cv::Mat m_page = drawn::page({{620, 877}, {250, 240, 220}, 18, 1, 0}); // A4 at 75 dpi
 
     std::string native(const QString& name) const
     {
