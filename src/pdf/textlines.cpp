@@ -53,19 +53,39 @@ double sharesOf(const QVector<uint>& characters)
                            [](double sum, uint character) { return sum + shareOf(character); });
 }
 
-// Advances in pixels between the characters of a line, from where each of them stands. The engine knows the
-// middle of a character better than its edges, so each starts half its width before its middle.
+// Each value replaced by the median of its neighbourhood.
+std::vector<double> smoothed(const std::vector<double>& values)
+{
+    constexpr std::ptrdiff_t kReach = 3;
+    std::vector<double> result;
+    for (auto at = values.begin(); at != values.end(); ++at) {
+        std::vector<double> around(at - std::min(kReach, at - values.begin()),
+                                   at + std::min(kReach + 1, values.end() - at));
+        const auto middle = around.begin() + static_cast<std::ptrdiff_t>(around.size() / 2);
+        std::nth_element(around.begin(), middle, around.end());
+        result.push_back(*middle);
+    }
+    return result;
+}
+
+// Advances in pixels between the characters of a line, from where each of them stands. The engine is often
+// wrong by half a character about a single one, even more at its edges. So what counts is how far the middles
+// are, over some characters, from an even line.
 std::vector<double> advancesOf(const QVector<uint>& characters, const std::vector<SymbolSpan>& symbols)
 {
     const double unit = std::max(0, symbols.back().right - symbols.front().left) / sharesOf(characters);
-    std::vector<double> starts;
+    std::vector<double> even{0};
+    std::vector<double> offsets;
     for (int i = 0; i < characters.size(); ++i) {
+        const double width = unit * shareOf(characters[i]);
         const SymbolSpan& symbol = symbols[static_cast<size_t>(i)];
-        starts.push_back((symbol.left + symbol.right - unit * shareOf(characters[i])) / 2);
+        offsets.push_back((symbol.left + symbol.right - width) / 2 - even.back());
+        even.push_back(even.back() + width);
     }
+    offsets = smoothed(offsets);
     std::vector<double> advances;
-    for (size_t i = 1; i < starts.size(); ++i)
-        advances.push_back(std::max(0.0, starts[i] - starts[i - 1]));
+    for (size_t i = 1; i < offsets.size(); ++i)
+        advances.push_back(std::max(0.0, even[i] + offsets[i] - even[i - 1] - offsets[i - 1]));
     return advances;
 }
 
