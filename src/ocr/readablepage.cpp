@@ -8,7 +8,7 @@ namespace {
 
 // All is done at half size: pixels at 150 dpi.
 constexpr double kHalf = 0.5;
-constexpr double kBlur = 1; // sigma
+constexpr double kBlur = 0.6; // sigma
 // Sizes of structuring elements are odd: opening with an even one moves the picture. Rules across are longer
 // than a dash with the strokes beside it.
 constexpr int kRuleAcross = 111, kRuleUpright = 81;
