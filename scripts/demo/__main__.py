@@ -44,13 +44,25 @@ def run(session, options):
     return EXIT_FAULT if session.log.texts("fault") or not files else EXIT_SAVED
 
 
+def both_pages(assignments):
+    """Settings of the PDF function hold for both pages, one of which the key starts; what is given last wins."""
+    doubled = []
+    for group, key, value in assignments:
+        page, _, rest = group.partition("_")
+        if rest.startswith("PDF") and page in ("Scan", "File"):
+            doubled.append(("File_" if page == "Scan" else "Scan_", rest, key, value))
+    return [(page + rest, key, value) for page, rest, key, value in doubled] + assignments
+
+
 def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
     options = parse(sys.argv[1:])
     if options.feeder and not os.path.isdir(options.feeder):
         print(f"no such folder: {options.feeder}", file=sys.stderr)
         return EXIT_BAD_ARGUMENTS
-    keys = [("General", "ScanModel", FUNCTIONS[options.function])] + options.set
+    keys = [("General", "ScanModel", FUNCTIONS[options.function])] + both_pages(options.set)
+    if options.key == 2:
+        keys.insert(0, ("General", "modeBtn", "1"))  # this key starts the file page's function
     try:
         with Session(options.build, options.feeder, options.out, keys, options.path_set) as session:
             try:

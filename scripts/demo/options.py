@@ -35,7 +35,7 @@ def parse(arguments):
                         help="put a key into QWD200_path.conf before the start")
     start = parser.add_mutually_exclusive_group()
     start.add_argument("--key", metavar="N", type=int, choices=range(1, 10),
-                       help="press this key of the scanner (2 for the PDF function, else 1)")
+                       help="press this key of the scanner (2 for the PDF function, else 1); key 2 is the file page's")
     start.add_argument("--click", action="store_true", help="start with the window's scan button instead")
     parser.add_argument("--out", metavar="DIR", help="save folder (default: below the build folder)")
     parser.add_argument("--timeout", metavar="S", type=_seconds, default=300.0, help="seconds for the batch (300)")

@@ -15,7 +15,8 @@ PROGRAM = "qwd200-rooted"
 FOLDERS = ("scanModeFile", "tempfiles", "tempTxtFiles")
 TRANSLATION = "/usr/share/qt5/translations/qtbase_zh_CN.qm"
 # What the factory settings (Letter, front side, blank pages kept) would make of the sample sheets.
-DEMO_KEYS = [("Scan_Scan", "paperSize", "0"), ("Scan_Scan", "scanType", "3"), ("Scan_Scan", "delBlank", "true")]
+DEMO_KEYS = [(group, key, value) for group in ("Scan_Scan", "Scan_PDF", "File_PDF")
+             for key, value in (("paperSize", "0"), ("scanType", "3"), ("delBlank", "true"))]
 PATH_GROUPS = [f"{page}_{function}_FilePath" for page in ("Scan", "File") for function in ("Scan", "PDF", "OCR")]
 
 

@@ -4,6 +4,8 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -91,6 +93,15 @@ void refuse(QLabel* label, const QString& text, QWidget* field)
     field->setFocus(Qt::OtherFocusReason);
     if (auto* edit = qobject_cast<QLineEdit*>(field))
         edit->selectAll();
+}
+
+QString chooseFolder(QWidget* parent, const QString& wanted)
+{
+    QString start = wanted;
+    while (!QFileInfo(start).isDir() && start.length() > 1)
+        start = QFileInfo(start).path();
+    return QFileDialog::getExistingDirectory(
+        parent, QCoreApplication::translate("dialogparts", "选择保存文件夹"), start);
 }
 
 } // namespace dialogparts

@@ -35,4 +35,8 @@ void showMessage(QLabel* label, const QString& text);
 // As showMessage(), and moves the focus into `field`, whose content is to be corrected.
 void refuse(QLabel* label, const QString& text, QWidget* field);
 
+// Lets the user choose a folder, beginning at `start` or what exists above it; empty when they changed their
+// mind.
+QString chooseFolder(QWidget* parent, const QString& start);
+
 } // namespace dialogparts

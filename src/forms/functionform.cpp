@@ -4,13 +4,12 @@
 #include "config/installroot.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "forms/dialogparts.h"
 #include "forms/functionsettings.h"
 #include "forms/scanpagelogic.h"
 #include "ui_functionform.h"
 
 #include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
 
 FunctionForm::FunctionForm(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::FunctionForm>())
 {
@@ -115,10 +114,7 @@ void FunctionForm::showFolder()
 
 void FunctionForm::browse()
 {
-    QString start = folder();
-    while (!QFileInfo(start).isDir() && start.length() > 1)
-        start = QFileInfo(start).path();
-    const QString chosen = QFileDialog::getExistingDirectory(this, tr("选择保存文件夹"), start);
+    const QString chosen = dialogparts::chooseFolder(this, folder());
     if (!chosen.isEmpty())
         m_ui->applicationComboBox->setEditText(chosen);
 }

@@ -10,7 +10,6 @@
 #include "ui_saveset.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QTimer>
 
@@ -118,10 +117,7 @@ void saveSet::showFolderState()
 
 void saveSet::browse()
 {
-    QString start = folder();
-    while (!QFileInfo(start).isDir() && start.length() > 1)
-        start = QFileInfo(start).path();
-    const QString chosen = QFileDialog::getExistingDirectory(this, tr("选择保存文件夹"), start);
+    const QString chosen = dialogparts::chooseFolder(this, folder());
     if (!chosen.isEmpty())
         m_ui->folderEdit->setText(chosen);
 }

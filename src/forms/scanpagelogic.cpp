@@ -360,6 +360,8 @@ void ScanPageLogic::updateEnabled()
     if (m_c.mergeByHand)
         m_c.mergeByHand->setEnabled(merging);
     m_c.threshold->setEnabled(colorMode() == BlackWhite);
+    if (m_c.noise)
+        m_c.noise->setEnabled(colorMode() == BlackWhite);
     m_c.outMutiImg->setEnabled(colorMode() != BlackWhite); // the copies have less colour than the page
 }
 

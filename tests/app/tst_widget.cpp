@@ -205,12 +205,10 @@ private slots:
 
     void functionsThatAreNotThereSaySoAndEndTheJob()
     {
-        for (const char* name : {"PDF  Utility", "OCR  Utility"}) {
-            control<QComboBox>("templetBtncomboBox_3")->setCurrentText(QLatin1String(name));
-            control<QPushButton>("scanButton")->click();
-            QVERIFY(status().contains(QStringLiteral("尚未提供")));
-            QVERIFY(canScan());
-        }
+        control<QComboBox>("templetBtncomboBox_3")->setCurrentText("OCR  Utility");
+        control<QPushButton>("scanButton")->click();
+        QVERIFY(status().contains(QStringLiteral("尚未提供")));
+        QVERIFY(canScan());
     }
 
     void controlWordsSwitchTheControls()
@@ -257,9 +255,34 @@ private slots:
         QCOMPARE(progress.value(0).value(0).toString(), QStringLiteral("正在准备扫描"));
         QTRY_VERIFY(canScan());
         QCOMPARE(status(), QStringLiteral("未找到扫描仪"));
+        const auto panels = m_window->findChildren<pdfpanel*>();
+        QCOMPARE(panels.size(), 2);
+        QSignalSpy ofScanPage(panels[0], &pdfpanel::sendPDFProcessMessg);
+        QSignalSpy ofFilePage(panels[1], &pdfpanel::sendPDFProcessMessg);
         press(2); // the PDF function of the file page
-        QTRY_VERIFY(status().contains(QStringLiteral("尚未提供")));
-        QTRY_VERIFY(canScan());
+        QTRY_VERIFY_WITH_TIMEOUT(ofFilePage.count() == 1, 20000);
+        QVERIFY(!canScan());
+        QTRY_VERIFY_WITH_TIMEOUT(canScan(), 20000);
+        QCOMPARE(ofScanPage.count(), 0);
+        QCOMPARE(pdfConnection, 1);
+        QCOMPARE(imageConnection, 0);
+    }
+
+    void panelIsStoredWithItsPage()
+    {
+        control<QRadioButton>("filePushButton")->click(); // shows the PDF function
+        auto* panel = qobject_cast<pdfpanel*>(shownPanel());
+        QVERIFY(panel);
+        panel->findChild<QSlider*>("lightnessSlider")->setValue(-9);
+        panel->findChild<QComboBox*>("applicationComboBox")->setEditText("/home/elsewhere/");
+        control<QPushButton>("applyPushButton")->click();
+        QCOMPARE(openMainSettings()->value("File_PDF/lightness").toInt(), -9);
+        QCOMPARE(openMainSettings()->value("Scan_PDF/lightness").toInt(), 15);
+        QCOMPARE(openPathSettings()->value("File_PDF_FilePath/savepath").toString(),
+                 QStringLiteral("/home/elsewhere"));
+        panel->findChild<QSlider*>("lightnessSlider")->setValue(0);
+        control<QPushButton>("cancelPushButton")->click(); // as stored again
+        QCOMPARE(panel->findChild<QSlider*>("lightnessSlider")->value(), -9);
     }
 
     void trayMenuIsInOrderAndNeedsAScannerToShowTheWindow()
