@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "documents.h"
 
+#include "config/paths.h"
 #include "ocr/textdocument.h"
 #include "ocr/worddocument.h"
 #include "pdf/searchableofd.h"
@@ -79,6 +80,7 @@ Documents::Outcome Documents::writeText(const QStringList& pages)
 
 Documents::Outcome Documents::writeSearchable(const QStringList& pages)
 {
+    paths::ensureFolders(); // the writers work in the temporary folder below the install root
     const QFileInfo out(m_request.out);
     DocumentJob job;
     job.folder = out.absolutePath();
