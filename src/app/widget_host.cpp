@@ -195,6 +195,7 @@ void Widget::showPages(int done, int count)
 {
     ui->progressBar->setRange(0, count);
     ui->progressBar->setValue(done);
+    ui->progressBar->setFormat(QStringLiteral("%1 / %2").arg(qMin(done + 1, count)).arg(count));
     ui->progressBar->setVisible(done < count);
 }
 
