@@ -71,6 +71,9 @@ struct ImageConvertFunction::Private
             error = prefix + QString::fromLocal8Bit(e.what());
         } catch (const std::bad_alloc&) {
             error = prefix + QStringLiteral("not enough memory");
+        } catch (const cv::Exception& e) {
+            error = prefix + (e.code == cv::Error::StsNoMem ? QStringLiteral("not enough memory")
+                                                            : QString::fromLocal8Bit(e.what()));
         } catch (const std::exception& e) {
             error = prefix + QString::fromLocal8Bit(e.what());
         } catch (...) {
@@ -83,12 +86,14 @@ struct ImageConvertFunction::Private
     template <class Work>
     MagickWand* edit(MagickWand* wand, const char* operation, Work work)
     {
-        guarded(operation, [&] {
-            Picture* picture = find(wand);
+        Picture* const picture = find(wand);
+        const bool done = guarded(operation, [&] {
             if (!picture)
                 throw PictureError("no picture with this handle");
             work(*picture);
         });
+        if (!done && picture && !picture->file.empty())
+            error += QStringLiteral(" (%1)").arg(QFile::decodeName(picture->file.c_str()));
         return wand;
     }
 };
@@ -100,7 +105,9 @@ std::unique_ptr<Picture> load(const char* path)
     if (!path || !*path)
         throw PictureError("no file name");
     ReadResult read = readPicture(path);
-    return std::make_unique<Picture>(std::move(read.pixels), read.dpi);
+    auto picture = std::make_unique<Picture>(std::move(read.pixels), read.dpi);
+    picture->file = path;
+    return picture;
 }
 
 int pixelsOf(double millimetres, int dpi)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "imageconvert/pictureerror.h"
 #include "imageconvert/pagemeasures.h"
+#include "imageconvert/pictureerror.h"
 #include "imageconvert/tone.h"
 
 #include <memory>
@@ -61,6 +61,7 @@ public:
 
     SaveOptions save;
     PageMeasures measures;
+    std::string file; // where it was read from, for messages; may be empty
 
 private:
     cv::Mat m_pixels;
