@@ -27,7 +27,6 @@ pdfpanel::pdfpanel(const QString& page, FunctionHost& host, QWidget* parent)
     ui->setupUi(this);
     ui->form->addToPages(ui->handcombineCheckBox);
     bindControls(page);
-    QMetaObject::connectSlotsByName(this); // the form's preview button was not there yet
     ui->form->readStored();
 }
 
@@ -159,7 +158,6 @@ void pdfpanel::setPreviewEnabled(bool enabled)
 void pdfpanel::scannerOnLineFlagslots(int code)
 {
     constexpr int kOffline = 4;
-    constexpr int kOnline = 5;
-    if (code == kOffline || code == kOnline)
-        m_online = code == kOnline;
+    if (code == kOffline)
+        setPreviewEnabled(false);
 }

@@ -62,7 +62,7 @@ public:
 
 public slots:
     void scanImageConvertPDFslots();
-    // What the watcher of the scanner's keys reports: 4 off-line, 5 on-line.
+    // What the watcher of the scanner's keys reports. 4: off-line, nothing can be previewed.
     void scannerOnLineFlagslots(int code);
     void on_previewPushButton_clicked();
 
@@ -85,7 +85,7 @@ private:
     void writeDocuments(DocumentNames& names);
     bool writeDocument(const QVector<DocumentPage>& pages, const QString& baseName, const NamingRules& rules);
     DocumentResult plainDocument(const QStringList& pages, const QString& baseName, const char* type);
-    DocumentJob documentJob(const QString& folder, const QString& baseName, int paperIndex);
+    DocumentJob documentJob(const QString& folder, const QString& baseName, int paperIndex, int pages);
     PageReader& reader();
     // the end
     void cancelledScan();
@@ -95,7 +95,6 @@ private:
 
     std::unique_ptr<Ui::pdfpanel> ui;
     FunctionHost& m_host;
-    bool m_online = false;
     bool m_previewRequested = false; // by the panel's own button: the form is set back afterwards
     int m_preview = 0;               // 1 while a preview scan runs
     QStringList m_previewFiles;

@@ -22,6 +22,7 @@
 #include "ui_pdfpanel.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
@@ -165,8 +166,10 @@ void pdfpanel::cancelledScan()
     else if (!left.isEmpty())
         m_host.leavePages();
     const bool kept = m_preview == 0 && !left.isEmpty();
+    const QString text = kept ? tr("取消扫描，已扫描的页面将与下一次任务一起处理") : tr("取消扫描");
+    m_host.notices().addProblem(text);
     emit sendPDFProcessMessg(progress::kFinished);
-    m_host.showSummary(kept ? tr("取消扫描，已扫描的页面将与下一次任务一起处理") : tr("取消扫描"));
+    m_host.showSummary(text);
 }
 
 // False: the user has cancelled, and the page files wait for the next batch.
@@ -327,21 +330,24 @@ DocumentResult pdfpanel::plainDocument(const QStringList& pages, const QString& 
     return result;
 }
 
-DocumentJob pdfpanel::documentJob(const QString& folder, const QString& baseName, int paperIndex)
+DocumentJob pdfpanel::documentJob(const QString& folder, const QString& baseName, int paperIndex, int pages)
 {
     DocumentJob job;
     job.folder = folder;
     job.baseName = baseName;
     job.paperIndex = paperIndex;
-    job.progress = [this](const QString& text) { emit sendPDFProcessMessg(text); };
+    job.progress = [this, pages, page = 0](const QString& text) mutable {
+        m_host.showPages(page++, pages); // a text for every page
+        emit sendPDFProcessMessg(text);
+    };
     job.cancelled = [this] { return m_host.isCancelled(); };
     return job;
 }
 
 DocumentResult pdfpanel::pdfOcrProcess(const QStringList& pages, const QString& baseName, const char* type)
 {
-    DocumentJob job =
-        documentJob(ui->form->folder(), baseName, functionControls().controls.paperSize->currentIndex());
+    DocumentJob job = documentJob(ui->form->folder(), baseName,
+                                  functionControls().controls.paperSize->currentIndex(), pages.size());
     job.typeWord = QString::fromLatin1(type);
     return SearchablePdf(reader(), job).pdfOcrProcess(pages);
 }
@@ -349,7 +355,7 @@ DocumentResult pdfpanel::pdfOcrProcess(const QStringList& pages, const QString& 
 DocumentResult pdfpanel::ofdOcrProcess(const QStringList& pages, const QString& saveDir,
                                        const QString& baseName, int paperCode)
 {
-    return SearchableOfd(reader(), documentJob(saveDir, baseName, paperCode - kPaperOffset))
+    return SearchableOfd(reader(), documentJob(saveDir, baseName, paperCode - kPaperOffset, pages.size()))
         .ofdOcrProcess(pages);
 }
 
@@ -402,5 +408,6 @@ void pdfpanel::finishBatch(const NamingRules& rules)
         viewer->setPreviewFilePthAndShow(path);
         QFile::remove(path);
         qDebug() << " remove ";
+        QCoreApplication::processEvents(); // a large picture takes its time to load
     }
 }
