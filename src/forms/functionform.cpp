@@ -73,6 +73,21 @@ void FunctionForm::addToPages(QWidget* widget)
     setTabOrder(m_ui->verticalRadioButton, widget);
 }
 
+void FunctionForm::setSourceLabel(const QString& text)
+{
+    m_ui->sourceLabel->setText(text);
+}
+
+void FunctionForm::showInsteadOfFormats(QComboBox* list, const QString& label)
+{
+    m_ui->fileTypeLabel->setText(label);
+    m_ui->fileTypeLabel->setBuddy(list);
+    m_ui->fileTypeComboBox->hide();
+    m_ui->outputGrid->addWidget(list, 0, 1);
+    setTabOrder(m_ui->fileTypeComboBox, list);
+    setTabOrder(list, m_ui->savePushButton);
+}
+
 void FunctionForm::setUp(const ScanPageControls& controls, const FunctionGroups& groups)
 {
     auto* logic = new ScanPageLogic(controls, this);

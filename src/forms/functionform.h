@@ -31,6 +31,9 @@ public:
     // The form's controls, for a panel to complete with its own.
     ScanPageControls controls() const;
     void addToPages(QWidget* widget); // a row below the merging controls
+    void setSourceLabel(const QString& text);
+    // A list that the panel shows in the place of the formats, which are then only stored.
+    void showInsteadOfFormats(QComboBox* list, const QString& label);
     // Once, before anything below.
     void setUp(const ScanPageControls& controls, const FunctionGroups& groups);
 

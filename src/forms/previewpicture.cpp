@@ -40,7 +40,7 @@ bool PreviewPicture::fail(const QString& reason)
     return false;
 }
 
-bool PreviewPicture::load(const QString& path)
+bool PreviewPicture::load(const QString& path, int longest)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -57,8 +57,8 @@ bool PreviewPicture::load(const QString& path)
     if (qint64(size.width()) * size.height() > mostPixels)
         return fail(text("图像尺寸过大"));
     const QSize stored = size;
-    if (qMax(size.width(), size.height()) > longestSide)
-        reader.setScaledSize(size.scaled(longestSide, longestSide, Qt::KeepAspectRatio));
+    if (qMax(size.width(), size.height()) > longest)
+        reader.setScaledSize(size.scaled(longest, longest, Qt::KeepAspectRatio));
     QImage image = reader.read();
     if (image.isNull()) {
         qWarning() << "preview:" << path << reader.errorString();
@@ -69,9 +69,9 @@ bool PreviewPicture::load(const QString& path)
     if (reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))
         size.transpose();
     const bool reduced =
-        qMax(image.width(), image.height()) > longestSide || (stored.isValid() && size != image.size());
-    if (qMax(image.width(), image.height()) > longestSide)
-        image = image.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        qMax(image.width(), image.height()) > longest || (stored.isValid() && size != image.size());
+    if (qMax(image.width(), image.height()) > longest)
+        image = image.scaled(longest, longest, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 
     m_fault.clear();
     m_originalSize = size;

@@ -11,11 +11,12 @@
 class PreviewPicture
 {
 public:
-    // Pictures with a longer side than this (pixels) are scaled down while they are read.
+    // Pictures with a longer side than this (pixels), or what load() is told, are scaled down while they are
+    // read.
     static constexpr int longestSide = 4000;
 
-    // Reads the file. On failure fault() says why, in Chinese, and the picture is empty.
-    bool load(const QString& path);
+    // Reads the file, in any thread. On failure fault() says why, in Chinese, and the picture is empty.
+    bool load(const QString& path, int longest = longestSide);
 
     // Decodes the picture; null when nothing is loaded.
     QImage decode() const;

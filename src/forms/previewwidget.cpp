@@ -9,9 +9,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QSplitter>
 #include <QStyleOptionGraphicsItem>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -67,7 +69,8 @@ QVector<PreviewWidget*> PreviewGroup::pages() const
 
 PreviewWidget::PreviewWidget(std::shared_ptr<PreviewGroup> group, QWidget* parent)
     : QWidget(parent, Qt::Window), m_group(std::move(group)), m_scene(new QGraphicsScene(this)),
-      m_view(new QGraphicsView(m_scene, this)), m_fault(new QLabel(this)), m_status(new QLabel(this))
+      m_view(new QGraphicsView(m_scene, this)), m_fault(new QLabel(this)), m_text(new QPlainTextEdit(this)),
+      m_status(new QLabel(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     if (!m_group)
@@ -84,12 +87,19 @@ PreviewWidget::PreviewWidget(std::shared_ptr<PreviewGroup> group, QWidget* paren
     m_fault->setAlignment(Qt::AlignCenter);
     m_fault->setWordWrap(true);
     m_fault->hide();
+    m_text->setObjectName(QStringLiteral("documentText"));
+    m_text->setReadOnly(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->hide();
     m_status->setObjectName(QStringLiteral("statusLabel"));
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeButtons());
-    layout->addWidget(m_view, 1);
-    layout->addWidget(m_fault, 1);
+    auto* content = new QSplitter(this);
+    for (QWidget* part : std::initializer_list<QWidget*>{m_view, m_fault, m_text})
+        content->addWidget(part);
+    content->setChildrenCollapsible(false);
+    layout->addWidget(content, 1);
     layout->addWidget(m_status);
 
     const QRect space = QGuiApplication::primaryScreen()->availableGeometry();
@@ -144,9 +154,27 @@ QWidget* PreviewWidget::makeButtons()
 
 void PreviewWidget::setPreviewFilePthAndShow(const QString& path)
 {
-    m_fileName = QFileInfo(path).fileName();
+    PreviewPicture picture;
+    picture.load(path);
+    setPreviewAndShow(picture, QFileInfo(path).fileName());
+}
+
+void PreviewWidget::setText(const QString& text, const QString& description)
+{
+    m_text->setPlainText(text);
+    m_text->setAccessibleName(description);
+    m_text->setPlaceholderText(tr("未识别到文字"));
+    m_text->show();
+    const QRect space = QGuiApplication::primaryScreen()->availableGeometry();
+    resize(qMin(1200, space.width() * 9 / 10), height());
+}
+
+void PreviewWidget::setPreviewAndShow(const PreviewPicture& picture, const QString& name)
+{
+    m_picture = picture;
+    m_fileName = name;
     setWindowTitle(tr("预览 - %1").arg(m_fileName));
-    if (!m_picture.load(path))
+    if (!m_picture.fault().isEmpty())
         m_fault->setText(tr("无法显示页面“%1”：%2。").arg(m_fileName, m_picture.fault()));
     const bool usable = m_picture.fault().isEmpty();
     m_view->setVisible(usable);

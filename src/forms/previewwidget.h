@@ -12,6 +12,7 @@ class PreviewWidget;
 class QGraphicsScene;
 class QGraphicsView;
 class QLabel;
+class QPlainTextEdit;
 class QPushButton;
 
 // The pages of one preview scan, in page order. Previews that share a group act as one viewer: one window is
@@ -37,6 +38,10 @@ public:
     // Reads the page completely (the caller may delete the file at once) and shows it. A file that cannot be
     // shown gives a window with the reason. In a group only the first page's window appears by itself.
     void setPreviewFilePthAndShow(const QString& path);
+    // The same with a page that has been read already.
+    void setPreviewAndShow(const PreviewPicture& picture, const QString& name);
+    // Text beside the page; before the page is shown.
+    void setText(const QString& text, const QString& description);
 
     double zoom() const; // screen pixels per picture pixel of the file, 1.0 = 100 %
 
@@ -69,6 +74,7 @@ private:
     QGraphicsScene* m_scene;
     QGraphicsView* m_view;
     QLabel* m_fault;
+    QPlainTextEdit* m_text;
     QLabel* m_status;
     QPushButton* m_previous = nullptr;
     QPushButton* m_next = nullptr;

@@ -13,6 +13,7 @@
 #include "imaging/backgroundrun.h"
 #include "output/naming.h"
 #include "pdf/documentjob.h"
+#include "pdf/documentplan.h"
 #include "pdf/pagereader.h"
 #include "ui_pdfpanel.h"
 
@@ -27,6 +28,7 @@ pdfpanel::pdfpanel(const QString& page, FunctionHost& host, QWidget* parent)
     ui->setupUi(this);
     ui->form->addToPages(ui->handcombineCheckBox);
     bindControls(page);
+    m_batch = std::make_unique<FunctionBatch>(*ui->form, m_host, batchSteps());
     ui->form->readStored();
 }
 
@@ -57,6 +59,11 @@ void pdfpanel::bindControls(const QString& page)
 }
 
 FunctionControls& pdfpanel::functionControls()
+{
+    return ui->form->function();
+}
+
+const FunctionControls& pdfpanel::functionControls() const
 {
     return ui->form->function();
 }
@@ -109,18 +116,8 @@ void pdfpanel::scanButtonClicked()
     }
     m_previewFiles.clear();
     ui->form->previewButton()->setEnabled(false);
-    emit sendPDFProcessMessg(tr("正在准备扫描"));
-    if (m_host.makeThread())
-        qDebug() << "pdf new scanThread";
-    m_host.connectPageSlot(FunctionHost::Receiver::Pdf, [this] { scanImageConvertPDFslots(); });
-    const FunctionControls& function = functionControls();
-    ScanParameters parameters;
-    parameters.resolution = function.logic->scanResolution();
-    parameters.source = function.logic->sourceNumber();
-    parameters.paper = function.logic->paperCode();
-    parameters.option13 = preview ? 2 : 1;
-    parameters.continuous = ScanPageLogic::isOn(function.controls.contiScan);
-    m_host.startThread(parameters);
+    m_batch->startScan(
+        FunctionHost::Receiver::Pdf, [this] { scanImageConvertPDFslots(); }, preview);
 }
 
 void pdfpanel::previewButtonClicked()

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "imaging/pagepipeline.h"
-#include "pdf/documentplan.h"
+#include "forms/functionbatch.h"
+#include "output/documentnames.h"
 
 #include <QStringList>
 #include <QVector>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 class FunctionControls;
@@ -32,6 +31,7 @@ public:
     ~pdfpanel() override;
 
     FunctionControls& functionControls();
+    const FunctionControls& functionControls() const;
 
     void scanButtonClicked();
     void previewButtonClicked();
@@ -70,37 +70,24 @@ signals:
     void sendPDFProcessMessg(const QString& text);
 
 private:
-    using PageStep = std::function<PageResult(PagePipeline&, const QStringList& files, const PageOptions&)>;
-
     void bindControls(const QString& page);
     int formatIndex() const;
     // pages
     PageOptions pageOptions() const;
-    PagePipeline pipeline();
-    bool isUpsideDown(const QString& pageFile) const;
-    PageResult process(const QStringList& pageFiles, const PageStep& step);
-    bool processPages();
-    void takeResult(const PageResult& result, const QStringList& sources);
+    FunctionBatch::Panel batchSteps();
     // documents
     void writeDocuments(DocumentNames& names);
     bool writeDocument(const QVector<DocumentPage>& pages, const QString& baseName, const NamingRules& rules);
     DocumentResult plainDocument(const QStringList& pages, const QString& baseName, const char* type);
     DocumentJob documentJob(const QString& folder, const QString& baseName, int paperIndex, int pages);
     PageReader& reader();
-    // the end
-    void cancelledScan();
-    void cancelDocuments(int scans);
-    void startApplication(const QString& path);
     void finishBatch(const NamingRules& rules);
 
     std::unique_ptr<Ui::pdfpanel> ui;
     FunctionHost& m_host;
+    std::unique_ptr<FunctionBatch> m_batch;
     bool m_previewRequested = false; // by the panel's own button: the form is set back afterwards
     int m_preview = 0;               // 1 while a preview scan runs
     QStringList m_previewFiles;
-    QVector<DocumentPage> m_pages; // the finished pages of the batch
-    QStringList m_blankSources;
-    int m_inputs = 0;     // pages and sheets that were processed
-    int m_pageNumber = 0; // of the last finished page
     std::unique_ptr<PageReader> m_reader;
 };

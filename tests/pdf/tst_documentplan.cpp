@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
+#include "output/documentnames.h"
+#include "output/documentnames.h"
 #include "pdf/documentplan.h"
 
 #include <QFileInfo>

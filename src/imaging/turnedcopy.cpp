@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "pdf/turnedcopy.h"
+#include "imaging/turnedcopy.h"
 
 #include "config/paths.h"
 #include "imaging/pagepipeline.h"
