@@ -58,7 +58,9 @@ QWidget* TemplatePage::panelFor(Function function) const
 
 FunctionControls& TemplatePage::controlsOf(Function function)
 {
-    return function == Function::Pdf && pdf ? pdf->functionControls() : *this;
+    if (function == Function::Pdf && pdf)
+        return pdf->functionControls();
+    return function == Function::Ocr && ocr ? ocr->functionControls() : *this;
 }
 
 void TemplatePage::readIni()

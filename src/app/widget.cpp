@@ -100,8 +100,9 @@ void Widget::createFunctionPanels(TemplatePage& page)
     page.copy = new copyPanel(this);
     page.email = new EmailPanel(this);
     page.file = new filepanel(this);
-    page.ocr = new ocrpanel(this);
-    page.pdf = new pdfpanel(page.isScanPage ? QStringLiteral("Scan") : QStringLiteral("File"), *this, this);
+    const QString group = page.isScanPage ? QStringLiteral("Scan") : QStringLiteral("File");
+    page.ocr = new ocrpanel(group, *this, this);
+    page.pdf = new pdfpanel(group, *this, this);
     page.ftp = new ftppanel(this);
     const std::initializer_list<QWidget*> panels{page.copy, page.email, page.file,
                                                  page.ocr,  page.pdf,   page.ftp};

@@ -7,6 +7,7 @@
 #include "imaging/backgroundrun.h"
 #include "imaging/orientation.h"
 #include "imaging/pageoptions.h"
+#include "ocr/ocrpanel.h"
 #include "output/compression.h"
 #include "output/naming.h"
 #include "recognition/projection.h"
@@ -18,7 +19,7 @@
 // worker.
 PagePipeline Widget::pipeline()
 {
-    return PagePipeline(m_library, [this] {
+    PagePipeline pipeline(m_library, [this] {
         if (QThread::currentThread() == thread())
             return getImageName();
         QString name;
@@ -26,6 +27,8 @@ PagePipeline Widget::pipeline()
             this, [&] { name = getImageName(); }, Qt::BlockingQueuedConnection);
         return name;
     });
+    pipeline.setTextProbe(&ocrpanel::handleTxtOcrTest);
+    return pipeline;
 }
 
 MagickWand* Widget::imageBasicProcess(MagickWand* image)

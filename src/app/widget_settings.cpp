@@ -17,6 +17,7 @@
 #include "forms/append.h"
 #include "forms/scanpagelogic.h"
 #include "forms/wholesetpanel.h"
+#include "ocr/ocrpanel.h"
 #include "pdf/pdfpanel.h"
 #include "ui_widget.h"
 
@@ -36,6 +37,8 @@ void Widget::setDefaultValue()
     const FunctionGroups& groups = page.controlsOf(page.function()).groups;
     if (page.function() == Function::Pdf)
         page.pdf->setDefaultValue();
+    else if (page.function() == Function::Ocr)
+        page.ocr->ocrSetDefaultValue();
     else
         page.logic->setDefaults();
     const auto pathFile = openPathSettings();
@@ -58,6 +61,8 @@ void Widget::scanReadIni()
     m_filePage->readIni();
     m_scanPage->pdf->scanReadIni();
     m_filePage->pdf->fileReadIni();
+    m_scanPage->ocr->scanReadIni();
+    m_filePage->ocr->fileReadIni();
 }
 
 void Widget::applySettings()
@@ -76,6 +81,8 @@ void Widget::applySettings()
         saved = page.writeIni() && saved;
     else if (page.function() == Function::Pdf)
         saved = (page.isScanPage ? page.pdf->scanWriteIni() : page.pdf->fileWriteIni()) && saved;
+    else if (page.function() == Function::Ocr)
+        saved = (page.isScanPage ? page.ocr->scanWriteIni() : page.ocr->fileWriteIni()) && saved;
     saved = storeTemplate(m_template) && saved;
     if (!saved)
         notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));

@@ -200,18 +200,25 @@ bool PagePipeline::saveAs(ImageHandle& image, const PageOptions& options, double
         return false;
     }
     result.files << path;
-    if (options.startApplication) {
-        QFile scratch(paths::scratchText());
-        if (!scratch.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            qWarning().noquote() << "cannot empty" << scratch.fileName();
-        const QByteArray application = options.applicationCommand.toUtf8();
-        if (!m_library.imageStartExe(options.folder, encodedName.constData(), type.constData(),
-                                     application.constData())) {
-            qWarning().noquote() << "follow-up application:" << m_library.lastError();
-            result.problems << tr("无法启动应用程序打开 %1").arg(path);
-        }
-    }
+    if (options.startApplication)
+        startApplication(name, options, result);
     return true;
+}
+
+void PagePipeline::startApplication(const QString& name, const PageOptions& options, PageResult& result)
+{
+    std::ofstream scratch(QFile::encodeName(paths::scratchText()).toStdString(), std::ios::trunc);
+    if (!scratch)
+        qWarning().noquote() << "cannot empty" << paths::scratchText();
+    else if (m_textProbe)
+        m_textProbe(paths::logoImage(), scratch);
+    const QByteArray application = options.applicationCommand.toUtf8();
+    if (m_library.imageStartExe(options.folder, QFile::encodeName(name).constData(),
+                                options.saveType.toLatin1().constData(), application.constData()))
+        return;
+    qWarning().noquote() << "follow-up application:" << m_library.lastError();
+    result.problems
+        << tr("无法启动应用程序打开 %1").arg(options.folder + name + QLatin1Char('.') + options.saveType);
 }
 
 // The page files do not carry their resolution.

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <fstream>
 #include <functional>
 
 // What became of one page file or one sheet.
@@ -29,7 +30,13 @@ public:
     // Gives the next base name; called exactly once for every file that is written.
     using NameSource = std::function<QString()>;
 
+    // Reads the text in a picture and streams it to the open file.
+    using TextProbe = std::function<void(const QString& picture, std::ofstream& out)>;
+
     PagePipeline(ImageConvertFunction& library, NameSource nextName);
+
+    // Called whenever an application is started, with the logo and the scratch file.
+    void setTextProbe(TextProbe probe) { m_textProbe = std::move(probe); }
 
     // The correction chain: takes the handle over and returns the one to use from then on; null: the page was
     // dropped as blank. `oddPage` picks the front or back rotation when both are set.
@@ -55,6 +62,7 @@ private:
     void cutCustomPaper(ImageHandle& image, const PageOptions& options);
     void fillBorder(ImageHandle& image, const PageOptions& options);
     void finishAndSave(ImageHandle& image, const PageOptions& options, PageResult& result);
+    void startApplication(const QString& name, const PageOptions& options, PageResult& result);
     bool saveAs(ImageHandle& image, const PageOptions& options, double dpi, PageResult& result);
     void processWhole(const QString& pageFile, const PageOptions& options, PageResult& result);
     void processPieces(const QString& pageFile, const PageOptions& options, PageResult& result);
@@ -64,6 +72,7 @@ private:
 
     ImageConvertFunction& m_library;
     NameSource m_nextName;
+    TextProbe m_textProbe;
 };
 
 // The page number in a page file's name ("...-0012.pnm"); odd numbers are fronts. 0 without a number.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ocr/ocrjob.h"
 
-#include "config/paths.h"
 #include "recognition/ocrengine.h"
 
 #include <QDir>
@@ -72,11 +71,4 @@ void PageLoop::overPages(const QStringList& files, const PageWork& work, OcrResu
     }
     if (!files.isEmpty() && result.unread.size() == files.size())
         result.problem = tr("页面图像无法读取");
-}
-
-void clearTempTexts()
-{
-    QDir folder(paths::tempTextFolder());
-    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden))
-        folder.remove(name);
 }

@@ -65,6 +65,3 @@ private:
     OcrJob m_job;
     std::unique_ptr<OcrEngine> m_engine;
 };
-
-// After a batch: empties the folder for temporary texts.
-void clearTempTexts();

@@ -203,12 +203,20 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(canScan(), 20000);
     }
 
-    void functionsThatAreNotThereSaySoAndEndTheJob()
+    void ocrPanelIsStoredAndScansFromItsPage()
     {
         control<QComboBox>("templetBtncomboBox_3")->setCurrentText("OCR  Utility");
+        auto* panel = qobject_cast<ocrpanel*>(shownPanel());
+        QVERIFY(panel);
+        panel->findChild<QComboBox*>("documentTypeComboBox")->setCurrentIndex(1);
         control<QPushButton>("scanButton")->click();
-        QVERIFY(status().contains(QStringLiteral("尚未提供")));
-        QVERIFY(canScan());
+        QVERIFY(!canScan());
+        QCOMPARE(openMainSettings()->value("Scan_OCR/docType").toInt(), 1);
+        QCOMPARE(openMainSettings()->value("File_OCR/docType").toInt(), 0);
+        QCOMPARE(ocrConnection, 1);
+        QTRY_VERIFY_WITH_TIMEOUT(canScan(), 20000);
+        control<QPushButton>("defaultvaluePushButton_5")->click();
+        QCOMPARE(panel->findChild<QComboBox*>("documentTypeComboBox")->currentIndex(), 0);
     }
 
     void controlWordsSwitchTheControls()
