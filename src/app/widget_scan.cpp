@@ -113,7 +113,10 @@ void Widget::startScan(TemplatePage& page, Function function)
         return;
     switch (function) {
     case Function::Ocr:
-        page.ocr->scanButtonClicked();
+        if (m_preview)
+            page.ocr->previewButtonClicked();
+        else
+            page.ocr->scanButtonClicked();
         return;
     case Function::Pdf:
         if (m_preview)
@@ -283,8 +286,10 @@ void Widget::endJob()
     m_preview = false;
     m_startingPanel = nullptr;
     m_batchPage = nullptr;
-    m_scanPage->pdf->jobEnded();
-    m_filePage->pdf->jobEnded();
+    for (TemplatePage* page : {m_scanPage.get(), m_filePage.get()}) {
+        page->pdf->jobEnded();
+        page->ocr->jobEnded();
+    }
     ui->progressBar->hide();
     ui->cancelPushButton->setEnabled(true);
     ui->applyPushButton->setEnabled(true);

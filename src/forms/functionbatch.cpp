@@ -8,11 +8,13 @@
 #include "config/settingtable.h"
 #include "forms/functionform.h"
 #include "forms/noticeboard.h"
+#include "forms/previewwidget.h"
 #include "forms/scanpagelogic.h"
 #include "imaging/backgroundrun.h"
 #include "imaging/turnedcopy.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
@@ -252,4 +254,21 @@ void FunctionBatch::end(const QString& summary)
 {
     m_host.showSummary(summary);
     m_panel.progress(progress::kFinished);
+}
+
+void FunctionBatch::endPreview()
+{
+    QVector<DocumentPage> pages;
+    pages.swap(m_pages);
+    removeFiles(sourcesOf(pages));
+    end(m_host.notices().hasProblems() ? m_host.notices().summary(m_form.folder()) : tr("预览完成"));
+    const auto group = std::make_shared<PreviewGroup>();
+    for (const QString& path : filesOf(pages)) {
+        qDebug().noquote() << "preview" << path;
+        auto* viewer = new PreviewWidget(group);
+        viewer->setPreviewFilePthAndShow(path);
+        QFile::remove(path);
+        qDebug() << " remove ";
+        QCoreApplication::processEvents(); // a large picture takes its time to load
+    }
 }

@@ -69,6 +69,8 @@ public:
     void renameDocuments(const NamingRules& rules);
     // The last texts of a batch; the controls come back.
     void end(const QString& summary);
+    // The same for a preview: its pages are shown, and nothing is left of them.
+    void endPreview();
 
 private:
     using PageStep = std::function<PageResult(PagePipeline&, const QStringList& files, const PageOptions&)>;

@@ -69,8 +69,8 @@ QVector<PreviewWidget*> PreviewGroup::pages() const
 
 PreviewWidget::PreviewWidget(std::shared_ptr<PreviewGroup> group, QWidget* parent)
     : QWidget(parent, Qt::Window), m_group(std::move(group)), m_scene(new QGraphicsScene(this)),
-      m_view(new QGraphicsView(m_scene, this)), m_fault(new QLabel(this)), m_text(new QPlainTextEdit(this)),
-      m_status(new QLabel(this))
+      m_content(new QSplitter(this)), m_view(new QGraphicsView(m_scene, this)), m_fault(new QLabel(this)),
+      m_text(new QPlainTextEdit(this)), m_status(new QLabel(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     if (!m_group)
@@ -95,11 +95,10 @@ PreviewWidget::PreviewWidget(std::shared_ptr<PreviewGroup> group, QWidget* paren
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeButtons());
-    auto* content = new QSplitter(this);
     for (QWidget* part : std::initializer_list<QWidget*>{m_view, m_fault, m_text})
-        content->addWidget(part);
-    content->setChildrenCollapsible(false);
-    layout->addWidget(content, 1);
+        m_content->addWidget(part);
+    m_content->setChildrenCollapsible(false);
+    layout->addWidget(m_content, 1);
     layout->addWidget(m_status);
 
     const QRect space = QGuiApplication::primaryScreen()->availableGeometry();
@@ -167,6 +166,8 @@ void PreviewWidget::setText(const QString& text, const QString& description)
     m_text->show();
     const QRect space = QGuiApplication::primaryScreen()->availableGeometry();
     resize(qMin(1200, space.width() * 9 / 10), height());
+    const int half = width() / 2;
+    m_content->setSizes({half, half, half}); // of page and reason one is seen
 }
 
 void PreviewWidget::setPreviewAndShow(const PreviewPicture& picture, const QString& name)

@@ -14,6 +14,7 @@ class QGraphicsView;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
+class QSplitter;
 
 // The pages of one preview scan, in page order. Previews that share a group act as one viewer: one window is
 // seen at a time, "next" and "previous" go through the others, closing it closes all.
@@ -72,6 +73,7 @@ private:
     PreviewPicture m_picture;
     QString m_fileName;
     QGraphicsScene* m_scene;
+    QSplitter* m_content; // the page, or why it cannot be shown, and the text
     QGraphicsView* m_view;
     QLabel* m_fault;
     QPlainTextEdit* m_text;

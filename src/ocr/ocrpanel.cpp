@@ -29,6 +29,11 @@ namespace {
 
 constexpr int kPreviewSide = 2000; // pixels: readable, and soon on the screen
 
+bool isWord(const QString& file)
+{
+    return file.endsWith(QLatin1String(".doc"));
+}
+
 } // namespace
 
 // What the preview shows, independent of the files.
@@ -125,9 +130,17 @@ void ocrpanel::ocrSetDefaultValue()
 
 void ocrpanel::scanButtonClicked()
 {
-    if (m_host.beginJob(this, false))
+    if (m_host.beginJob(this, m_preview))
         m_batch->startScan(
-            FunctionHost::Receiver::Ocr, [this] { scanImageConvertOCRslots(); }, false);
+            FunctionHost::Receiver::Ocr, [this] { scanImageConvertOCRslots(); }, m_preview);
+    else
+        jobEnded();
+}
+
+void ocrpanel::previewButtonClicked()
+{
+    m_preview = true;
+    scanButtonClicked();
 }
 
 FunctionBatch::Panel ocrpanel::batchSteps()
@@ -161,11 +174,15 @@ PageResult ocrpanel::imageAppendProcess(const QString& frontFile, const QString&
 
 void ocrpanel::scanImageConvertOCRslots()
 {
-    if (!m_batch->begin(false))
+    if (!m_batch->begin(m_preview))
         return;
-    m_loaded.reset();
     DocumentNames names(functionControls().groups.scan, DocumentNames::Counter::Batches);
-    if (m_batch->processPages() && (m_batch->pages().isEmpty() || writeDocument(names)))
+    const bool complete = m_batch->processPages();
+    if (m_preview) {
+        m_batch->endPreview();
+        return;
+    }
+    if (complete && (m_batch->pages().isEmpty() || writeDocument(names)))
         names.advance(1);
     m_batch->renameDocuments(names.rules());
     m_batch->end(m_host.notices().summary(ui->form->folder()));
@@ -276,9 +293,16 @@ void ocrpanel::show(const Preview& preview)
     const auto group = std::make_shared<PreviewGroup>();
     for (int i = 0; i < preview.pages.size(); ++i) {
         auto* viewer = new PreviewWidget(group);
-        viewer->setText(preview.texts.value(preview.texts.size() == 1 ? 0 : i), tr("文档的文字"));
+        viewer->setText(preview.texts.value(isWord(preview.name) ? i : 0), tr("文档的文字"));
         viewer->setPreviewAndShow(preview.pages.at(i), preview.name);
-        if (i == 0)
-            m_shown = viewer;
+    }
+    const QVector<PreviewWidget*> windows = group->pages();
+    if (windows.isEmpty())
+        return;
+    m_shown = windows.first();
+    if (!isWord(preview.name) && windows.size() > 1) { // the text is the last page's
+        m_shown = windows.last();
+        m_shown->show();
+        windows.first()->hide();
     }
 }

@@ -32,6 +32,7 @@ public:
     FunctionControls& functionControls();
 
     void scanButtonClicked();
+    void previewButtonClicked(); // shows the pages and makes no document
 
     // Pages, as on the window's own pages; the results go between the page files.
     PageResult imageProcess(const QString& pageFile);
@@ -55,6 +56,9 @@ public:
     bool fileWriteIni();
     void ocrSetDefaultValue();
 
+    // The window has ended the job that this panel had begun.
+    void jobEnded() { m_preview = false; }
+
 public slots:
     void scanImageConvertOCRslots();
 
@@ -75,6 +79,7 @@ private:
     std::unique_ptr<Ui::ocrpanel> ui;
     FunctionHost& m_host;
     std::unique_ptr<FunctionBatch> m_batch;
+    bool m_preview = false; // while a preview scan runs
     QString m_documentName; // of this batch
     std::unique_ptr<Preview> m_loaded;
     QPointer<PreviewWidget> m_shown;

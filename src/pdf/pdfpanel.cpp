@@ -114,7 +114,6 @@ void pdfpanel::scanButtonClicked()
         jobEnded();
         return;
     }
-    m_previewFiles.clear();
     ui->form->previewButton()->setEnabled(false);
     m_batch->startScan(
         FunctionHost::Receiver::Pdf, [this] { scanImageConvertPDFslots(); }, preview);

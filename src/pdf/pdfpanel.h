@@ -88,6 +88,5 @@ private:
     std::unique_ptr<FunctionBatch> m_batch;
     bool m_previewRequested = false; // by the panel's own button: the form is set back afterwards
     int m_preview = 0;               // 1 while a preview scan runs
-    QStringList m_previewFiles;
     std::unique_ptr<PageReader> m_reader;
 };

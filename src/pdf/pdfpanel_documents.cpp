@@ -6,7 +6,6 @@
 #include "forms/functionform.h"
 #include "forms/functionhost.h"
 #include "forms/noticeboard.h"
-#include "forms/previewwidget.h"
 #include "forms/scanpagelogic.h"
 #include "imaging/backgroundrun.h"
 #include "output/savefolder.h"
@@ -18,9 +17,7 @@
 #include "ui_pdfpanel.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -102,13 +99,10 @@ void pdfpanel::scanImageConvertPDFslots()
 
 void pdfpanel::writeDocuments(DocumentNames& names)
 {
+    if (m_preview == 1)
+        return;
     QVector<DocumentPage> pages;
     pages.swap(m_batch->pages());
-    if (m_preview == 1) {
-        m_previewFiles = filesOf(pages);
-        removeFiles(sourcesOf(pages));
-        return;
-    }
     const bool split = ScanPageLogic::isOn(ui->handcombineCheckBox);
     const QVector<QVector<DocumentPage>> documents = groupPages(pages, split, wholeSetting(keys::splitCount));
     int written = 0;
@@ -229,19 +223,10 @@ PageReader& pdfpanel::reader()
 
 void pdfpanel::finishBatch(const NamingRules& rules)
 {
-    const QStringList previews = m_previewFiles;
-    const bool preview = m_preview == 1;
-    if (!preview)
-        m_batch->renameDocuments(rules);
-    m_batch->end(preview && !m_host.notices().hasProblems() ? tr("预览完成")
-                                                            : m_host.notices().summary(ui->form->folder()));
-    const auto group = std::make_shared<PreviewGroup>();
-    for (const QString& path : previews) {
-        qDebug().noquote() << "preview" << path;
-        auto* viewer = new PreviewWidget(group);
-        viewer->setPreviewFilePthAndShow(path);
-        QFile::remove(path);
-        qDebug() << " remove ";
-        QCoreApplication::processEvents(); // a large picture takes its time to load
+    if (m_preview == 1) {
+        m_batch->endPreview();
+        return;
     }
+    m_batch->renameDocuments(rules);
+    m_batch->end(m_host.notices().summary(ui->form->folder()));
 }
