@@ -99,8 +99,8 @@ class TextDocuments(ProgramTest):
     def test_cancel_keeps_the_scans_for_the_next_document(self):
         session = self.started(self.sheets(FIRST, SECOND, THIRD), {"docType": "1"})
         session.press_scan()
-        session.wait_for_progress("正在识别第1张图像", 60)
-        session.display.press(session.window_above(), "Escape")  # the status window stands over the main one
+        session.wait_for_progress("正在处理第2张图像", 60)
+        session.display.press(session.window(), "alt+c")
         session.wait_for_end(30)
         self.assertEqual(session.new_files(), [])
         self.assertIn("取消扫描，3 页未处理", session.log.status)
