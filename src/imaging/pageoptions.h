@@ -91,9 +91,9 @@ struct PageOptions
 // from.
 struct PageSettingsGroups
 {
-    QString paperSize;            // for example "Scan_Scan_PaperSize"
-    QString deNoise;              // for example "Scan_DeNoise"
-    std::optional<int> noiseMode; // where a control chooses it: 0 none, 1 custom, 2 automatic
+    QString paperSize;                 // for example "Scan_Scan_PaperSize"
+    QString deNoise;                   // for example "Scan_DeNoise"
+    std::optional<int> noiseMode = {}; // where a control chooses it: 0 none, 1 custom, 2 automatic
 };
 
 // Adds what stands in the settings file: strengths, blank level, split count, border, custom paper, noise,
