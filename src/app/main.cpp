@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/singleinstance.h"
 #include "app/widget.h"
+#include "config/leftovers.h"
 #include "config/paths.h"
 #include "device/readbtn.h"
 
@@ -54,5 +55,6 @@ int main(int argc, char* argv[])
     Widget window(std::make_unique<readBtn>());
     window.setWindowFlags(Qt::Dialog | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     window.show();
+    sweepAbandonedFiles();
     return QApplication::exec();
 }

@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/leftovers.h"
 
+#include "config/installroot.h"
+#include "config/keys.h"
+#include "config/ofdparts.h"
 #include "config/paths.h"
+#include "config/settingsfile.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <cerrno>
+#include <csignal>
+#include <unistd.h>
 
 namespace {
 
@@ -35,6 +43,41 @@ QString makeKeptFolder(const QDateTime& now)
         return path + QLatin1Char('/');
     qWarning().noquote() << "cannot make the folder" << path << "for the pages of an interrupted batch";
     return {};
+}
+
+bool isGone(const QString& process)
+{
+    return kill(process.toInt(), 0) != 0 && errno == ESRCH;
+}
+
+bool isOwn(const QFileInfo& file)
+{
+    return file.ownerId() == geteuid() && !file.isSymLink();
+}
+
+void removeHalfFiles(const QString& folder)
+{
+    static const QRegularExpression name(QStringLiteral("^\\.page-([1-9][0-9]{0,8})-[0-9]+\\.part$"));
+    const auto files =
+        QDir(folder).entryInfoList({QStringLiteral(".page-*.part")}, QDir::Files | QDir::Hidden);
+    for (const QFileInfo& file : files) {
+        const QRegularExpressionMatch match = name.match(file.fileName());
+        if (match.hasMatch() && isOwn(file) && isGone(match.captured(1)))
+            QFile::remove(file.filePath());
+    }
+}
+
+QStringList saveFolders()
+{
+    const auto settings = openPathSettings();
+    QStringList folders{defaultSaveFolder()};
+    for (const QString& key : settings->allKeys()) {
+        if (key.endsWith(QLatin1Char('/') + QLatin1String(keys::savepath)))
+            folders << settings->value(key).toString();
+    }
+    folders.removeAll(QString());
+    folders.removeDuplicates();
+    return folders;
 }
 
 } // namespace
@@ -67,4 +110,30 @@ void clearTempTexts()
         if (!(isFolder ? QDir(path).removeRecursively() : QFile::remove(path)))
             qWarning().noquote() << "cannot remove" << path;
     }
+}
+
+void sweepAbandonedFiles()
+{
+    removeHalfFiles(paths::tempFolder());
+    const QDir temp(paths::tempFolder());
+    for (const QFileInfo& folder : temp.entryInfoList({QStringLiteral("searchable-*")}, QDir::Dirs)) {
+        if (isOwn(folder))
+            QDir(folder.filePath()).removeRecursively();
+    }
+    for (const QString& folder : saveFolders()) {
+        removeHalfFiles(folder);
+        const QFileInfo mark(QDir(folder).filePath(QLatin1String(ofdparts::kMark)));
+        if (mark.isFile() && isOwn(mark))
+            removeOfdParts(folder + QLatin1Char('/'));
+    }
+}
+
+void removeOfdParts(const QString& folder)
+{
+    const QString entry = folder + ofdparts::kEntry;
+    const bool entryGone = !QFileInfo::exists(entry) || QFile::remove(entry);
+    const QString tree = folder + ofdparts::kTree;
+    const bool treeGone = !QFileInfo(tree).isSymLink() && QDir(tree).removeRecursively();
+    if (entryGone && treeGone) // else the rest stays marked
+        QFile::remove(folder + ofdparts::kMark);
 }

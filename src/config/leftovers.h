@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-// The page files in the temporary folder.
+// The page files in the temporary folder, and what interrupted work leaves there and in the save folders.
 
 // Full paths of the scanned pages "zarnqwd*.pnm" in name order; no symbolic links.
 QStringList pageFiles();
@@ -17,3 +17,12 @@ QString keepLeftovers(const QDateTime& now = QDateTime::currentDateTime());
 
 // Deletes every entry of the folder for temporary texts; what cannot be deleted is logged and stays.
 void clearTempTexts();
+
+// Removes what this user's killed processes left half-written: files ".page-PID-N.part" in the temporary
+// folder and in the save folders of the path file, folders "searchable-*" of documents that were being
+// printed, and loose OFD parts beside their mark. Files of a process that still runs stay. To be called when
+// this process is the only one that works on the install root.
+void sweepAbandonedFiles();
+
+// Removes the loose OFD parts and then their mark from a folder, which ends in "/".
+void removeOfdParts(const QString& folder);

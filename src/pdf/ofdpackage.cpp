@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/ofdpackage.h"
 
+#include "config/leftovers.h"
 #include "config/ofdparts.h"
 #include "pdf/ofdunits.h"
 
@@ -197,7 +198,7 @@ QString claimOfdFolder(const QString& folder)
     }
     if (ours) {
         qInfo().noquote() << "removing the parts of an unfinished document in" << folder;
-        releaseOfdFolder(folder);
+        removeOfdParts(folder);
         for (const QString& part : {entry, tree}) {
             if (QFileInfo::exists(part))
                 return OfdPackageText::cannotRemove(part);
@@ -207,13 +208,4 @@ QString claimOfdFolder(const QString& folder)
     if (!file.open(QIODevice::WriteOnly))
         return OfdPackageText::cannotWrite(mark, file.errorString());
     return {};
-}
-
-void releaseOfdFolder(const QString& folder)
-{
-    const QString entry = folder + ofdparts::kEntry;
-    const bool entryGone = !QFileInfo::exists(entry) || QFile::remove(entry);
-    const bool treeGone = QDir(folder + ofdparts::kTree).removeRecursively();
-    if (entryGone && treeGone) // else the rest stays marked
-        QFile::remove(folder + ofdparts::kMark);
 }

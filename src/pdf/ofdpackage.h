@@ -43,6 +43,3 @@ private:
 // is marked as holding parts of ours. Returns what the user must know when the folder holds parts that are
 // not ours or cannot be cleared; nothing is touched then. Empty: go on.
 QString claimOfdFolder(const QString& folder);
-
-// Removes the parts and the mark from a folder that claimOfdFolder() has claimed.
-void releaseOfdFolder(const QString& folder);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/searchableofd.h"
 
+#include "config/leftovers.h"
 #include "config/paths.h"
 #include "pdf/ofdpackage.h"
 #include "pdf/ofdunits.h"
@@ -54,7 +55,7 @@ DocumentResult SearchableOfd::ofdOcrProcess(const QStringList& pages)
     const bool packed = writePages(pages, package) && pack();
     if (!packed)
         m_reading.fail(package.problem());
-    releaseOfdFolder(m_reading.folder());
+    removeOfdParts(m_reading.folder());
     return m_reading.finish(file);
 }
 

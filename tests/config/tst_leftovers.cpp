@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/carryover.h"
 #include "config/leftovers.h"
+#include "config/settingsfile.h"
 #include "freshroot.h"
 
 #include <QFileInfo>
@@ -61,6 +62,36 @@ private slots:
         QVERIFY(page("zarnqwd200-0001.pnm"));
         QVERIFY(pageFiles().last().endsWith("zarnqwd200-0001.pnm"));
         QVERIFY(!pageFiles().last().contains("-0000-"));
+    }
+
+    void whatKilledProcessesLeftIsSwept()
+    {
+        const pid_t dead = fork();
+        if (dead == 0)
+            _exit(0);
+        QCOMPARE(waitpid(dead, nullptr, 0), dead);
+        const QString gone = QString(".page-%1-0.part").arg(dead);
+        const QString running = QString(".page-%1-7.part").arg(getpid());
+        const QString chosen = defaultSaveFolder() + "-chosen/", left = defaultSaveFolder() + "/";
+        openPathSettings()->setValue("File_PDF_FilePath/savepath", chosen.chopped(1));
+        const QString workshop = paths::tempFolder() + "searchable-a1B2c3";
+        for (const QString& folder : {chosen + "Doc_0", left + "Doc_0/Pages", workshop})
+            QVERIFY(QDir().mkpath(folder));
+        for (const QString& folder : {paths::tempFolder(), chosen, left})
+            QVERIFY(putFile(folder + gone, "half") && putFile(folder + running, "half"));
+        QVERIFY(putFile(chosen + ".page-notes-0.part", "the user's") &&
+                putFile(chosen + "OFD.xml", "the user's"));
+        QVERIFY(putFile(left + "OFD.xml", "") && putFile(left + ".zarn-ofd-parts", ""));
+        QVERIFY(putFile(workshop + "/text.pdf", "half") && putFile(left + "image.pdf", "whole"));
+        const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+
+        sweepAbandonedFiles();
+        QCOMPARE(QDir(left).entryList(all, QDir::Name), (QStringList{running, "image.pdf"}));
+        QCOMPARE(QDir(chosen).entryList(all, QDir::Name),
+                 (QStringList{running, ".page-notes-0.part", "Doc_0", "OFD.xml"}));
+        QVERIFY(QFile::exists(paths::tempFolder() + running) && !QFile::exists(paths::tempFolder() + gone));
+        QVERIFY(!QFile::exists(workshop));
+        QVERIFY(QDir(chosen).removeRecursively());
     }
 };
 
