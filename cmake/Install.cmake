@@ -9,8 +9,18 @@ execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE 
 install(TARGETS qwd200 imageconvert_command RUNTIME DESTINATION bin)
 install(TARGETS imageconvert LIBRARY DESTINATION lib NAMELINK_SKIP)
 install(TARGETS zip-ofd RUNTIME DESTINATION .)
-install(FILES docs/man/imageconvert.1 docs/man/zip-ofd.1 DESTINATION share/man/man1)
 install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
-install(DIRECTORY DESTINATION scanModeFile)
-install(DIRECTORY DESTINATION tempfiles)
-install(DIRECTORY DESTINATION tempTxtFiles)
+
+# The files that the program looks for in the install root itself.
+set(ROOT_FILES zip-ofd qt_zh_CN.qm)
+set(MANUAL_PAGES imageconvert.1 ocrdoc.1 zip-ofd.1)
+
+if(QWD200_PACKAGE)
+  include(cmake/Package.cmake)
+else()
+  list(TRANSFORM MANUAL_PAGES PREPEND docs/man/ OUTPUT_VARIABLE pages)
+  install(FILES ${pages} DESTINATION share/man/man1)
+  install(DIRECTORY DESTINATION scanModeFile)
+  install(DIRECTORY DESTINATION tempfiles)
+  install(DIRECTORY DESTINATION tempTxtFiles)
+endif()

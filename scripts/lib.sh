@@ -20,6 +20,10 @@ readonly TEST_PACKAGES=(
     sane-utils shellcheck util-linux
     qpdf poppler-utils unzip python3-pil img2pdf
 )
+# dpkg-dev finds the package's dependencies and build flags.
+readonly PACKAGE_PACKAGES=(
+    dpkg-dev
+)
 # The tools that bench/run_bench.py measures itself against; it goes on without one.
 readonly BENCH_PACKAGES=(
     imagemagick unpaper tesseract-ocr tesseract-ocr-osd

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Makes the Debian package: build-package/qwd200_VERSION_ARCH.deb, the same bytes from the same commit.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
+# shellcheck source=scripts/lib.sh
+source scripts/lib.sh
+
+# Debian's hardening flags; the build folder's name stays out of the binaries.
+export_build_flags() {
+    export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+    local flag
+    for flag in CPPFLAGS CXXFLAGS LDFLAGS; do
+        export "$flag=$(dpkg-buildflags --get $flag)"
+    done
+    CXXFLAGS+=" $CPPFLAGS -ffile-prefix-map=$PWD=."
+    SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/deb/changelog -S Timestamp)
+    export SOURCE_DATE_EPOCH
+}
+
+main() {
+    ensure_packages "${BUILD_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}"
+    export_build_flags
+    umask 022
+    build_preset package build-package
+    (cd build-package && "${AS_USER[@]}" cpack -G DEB >/dev/null)
+    ls build-package/*.deb
+}
+
+main "$@"
