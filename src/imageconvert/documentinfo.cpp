@@ -3,6 +3,7 @@
 
 #include <QXmlStreamWriter>
 #include <cstdlib>
+#include <qpdf/QPDF.hh>
 
 namespace imageconvert {
 
@@ -61,6 +62,23 @@ std::string DocumentInfo::xmp() const
     xml.writeEndDocument();
     return "<?xpacket begin=\"\xef\xbb\xbf\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n" + body.toStdString() +
            "\n<?xpacket end=\"w\"?>";
+}
+
+void describePdf(QPDF& pdf, const DocumentInfo& about)
+{
+    using Object = QPDFObjectHandle;
+    Object info = Object::newDictionary();
+    info.replaceKey("/Title", Object::newUnicodeString(about.title.toStdString()));
+    info.replaceKey("/Author", Object::newUnicodeString(about.author.toStdString()));
+    info.replaceKey("/Creator", Object::newUnicodeString(about.creator.toStdString()));
+    info.replaceKey("/Producer", Object::newUnicodeString(about.creator.toStdString()));
+    info.replaceKey("/CreationDate", Object::newString(about.pdfDate()));
+    info.replaceKey("/ModDate", Object::newString(about.pdfDate()));
+    pdf.getTrailer().replaceKey("/Info", pdf.makeIndirectObject(info));
+    Object metadata = Object::newStream(&pdf, about.xmp());
+    metadata.getDict().replaceKey("/Type", Object::newName("/Metadata"));
+    metadata.getDict().replaceKey("/Subtype", Object::newName("/XML"));
+    pdf.getRoot().replaceKey("/Metadata", metadata);
 }
 
 QString xmlText(const QString& text)

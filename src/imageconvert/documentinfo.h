@@ -5,6 +5,8 @@
 #include <QString>
 #include <string>
 
+class QPDF;
+
 namespace imageconvert {
 
 // What a document says about itself.
@@ -18,6 +20,9 @@ struct DocumentInfo
     std::string pdfDate() const; // D:YYYYMMDDHHmmSS+08'00'
     std::string xmp() const;     // the same values as an XMP packet, UTF-8
 };
+
+// Writes it into a PDF: as the information dictionary for old readers, as XMP for new ones.
+void describePdf(QPDF& pdf, const DocumentInfo& about);
 
 // Without the characters that XML 1.0 cannot hold (file names may have them).
 QString xmlText(const QString& text);

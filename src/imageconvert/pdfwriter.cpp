@@ -148,7 +148,7 @@ public:
     {
         m_pdf.emptyPDF();
         m_pdf.setSuppressWarnings(true);
-        describe();
+        describePdf(m_pdf, job.info);
         for (size_t i = 0; i < job.pages.size(); ++i)
             addPage(i);
     }
@@ -174,24 +174,6 @@ public:
     }
 
 private:
-    // The title and so on, for old readers and as XMP for new ones.
-    void describe()
-    {
-        const DocumentInfo& about = m_job.info;
-        Object info = Object::newDictionary();
-        info.replaceKey("/Title", Object::newUnicodeString(about.title.toStdString()));
-        info.replaceKey("/Author", Object::newUnicodeString(about.author.toStdString()));
-        info.replaceKey("/Creator", Object::newUnicodeString(about.creator.toStdString()));
-        info.replaceKey("/Producer", Object::newUnicodeString(about.creator.toStdString()));
-        info.replaceKey("/CreationDate", Object::newString(about.pdfDate()));
-        info.replaceKey("/ModDate", Object::newString(about.pdfDate()));
-        m_pdf.getTrailer().replaceKey("/Info", m_pdf.makeIndirectObject(info));
-        Object metadata = m_pdf.newStream(about.xmp());
-        metadata.getDict().replaceKey("/Type", Object::newName("/Metadata"));
-        metadata.getDict().replaceKey("/Subtype", Object::newName("/XML"));
-        m_pdf.getRoot().replaceKey("/Metadata", metadata);
-    }
-
     Object image(size_t index)
     {
         const PageFile& page = m_job.pages[index];

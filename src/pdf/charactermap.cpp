@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pdf/charactermap.h"
 
+#include "imageconvert/documentinfo.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
@@ -343,7 +345,8 @@ std::vector<QString> ShownText::glyphs() const
     return glyphs;
 }
 
-QString mendCharacterMap(const QString& source, const QString& target, const std::vector<ShownText>& pages)
+QString mendCharacterMap(const QString& source, const QString& target, const QString& title,
+                         const std::vector<ShownText>& pages)
 try {
     QPDF pdf;
     pdf.setSuppressWarnings(true);
@@ -356,6 +359,9 @@ try {
     for (size_t i = 0; i < printed.size(); ++i)
         mender.mendPage(printed[i], pages[i]);
     mender.finish();
+    imageconvert::DocumentInfo about;
+    about.title = title;
+    imageconvert::describePdf(pdf, about);
 
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))

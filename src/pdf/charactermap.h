@@ -23,6 +23,7 @@ private:
 // Copies the text PDF `source` (as Qt prints it) to `target` and makes each glyph stand for the characters it
 // was drawn for, so that readers find and copy exactly these; `pages` has an entry for every page. A glyph
 // drawn for different characters (文 and its radical) gets a code for each. A page whose glyphs do not match
-// keeps the map it had (logged). `target` appears whole or not at all. Returns what went wrong, for the user;
-// empty when the file is complete.
-QString mendCharacterMap(const QString& source, const QString& target, const std::vector<ShownText>& pages);
+// keeps the map it had (logged). The document says of itself what all of ours say. `target` appears whole or
+// not at all. Returns what went wrong, for the user; empty when the file is complete.
+QString mendCharacterMap(const QString& source, const QString& target, const QString& title,
+                         const std::vector<ShownText>& pages);

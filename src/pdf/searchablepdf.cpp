@@ -33,7 +33,7 @@ DocumentResult SearchablePdf::pdfOcrProcess(const QStringList& pages)
     // The printer writes without telling of errors and under the name it is given: not in the user's folder.
     const QTemporaryDir workshop(paths::tempFolder() + "searchable-XXXXXX");
     const QString printed = workshop.filePath("text.pdf");
-    TextPages drawn(printed, job.paperIndex, job.baseName);
+    TextPages drawn(printed, job.paperIndex);
     m_paper = drawn.paper();
     if (!workshop.isValid() || !drawn.begin()) {
         qWarning().noquote() << "cannot print into" << paths::tempFolder() << workshop.errorString();
@@ -43,7 +43,7 @@ DocumentResult SearchablePdf::pdfOcrProcess(const QStringList& pages)
         drawn.end(); // a failure shows when the file is read again
         QString problem;
         if (complete)
-            runWithEvents([&] { problem = mendCharacterMap(printed, target, drawn.shown()); });
+            runWithEvents([&] { problem = mendCharacterMap(printed, target, job.baseName, drawn.shown()); });
         m_reading.fail(problem);
     }
     clearTempTexts();

@@ -54,7 +54,7 @@ std::vector<Cluster> clustersOf(const QTextLine& line, const QString& text)
 
 } // namespace
 
-TextPages::TextPages(const QString& file, int paperIndex, const QString& title)
+TextPages::TextPages(const QString& file, int paperIndex)
 {
     m_printer.setOutputFormat(QPrinter::PdfFormat);
     m_printer.setResolution(kDpi);
@@ -62,8 +62,6 @@ TextPages::TextPages(const QString& file, int paperIndex, const QString& title)
     if (paperIndex >= 0 && paperIndex < papers)
         m_printer.setPageSize(QPageSize(kPapers[paperIndex]));
     m_printer.setFullPage(true); // else places count from the printer's margins
-    m_printer.setDocName(title);
-    m_printer.setCreator("QWD200");
     m_printer.setOutputFileName(file);
 }
 

@@ -15,7 +15,7 @@ class TextPages
 {
 public:
     // Item of the paper combo: 0 A4, 1 Letter, 2 A5, 3 B5 (JIS), 4 Legal; any other keeps the default paper.
-    TextPages(const QString& file, int paperIndex, const QString& title);
+    TextPages(const QString& file, int paperIndex);
 
     bool begin(); // false when the file cannot be written
     bool end();

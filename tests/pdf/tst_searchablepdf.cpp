@@ -85,6 +85,8 @@ void TstSearchablePdf::everyCharacterIsFoundAsItWasDrawn()
     QVERIFY(run("qpdf", {"--check", file}).contains("No syntax or stream encoding errors"));
     const QString about = run("pdfinfo", {file});
     QVERIFY2(about.contains(QRegularExpression("Title: +文件 1\n")), qPrintable(about));
+    QVERIFY2(about.contains(QRegularExpression("Creator: +ZARN-QWD200Vintrel\n")), qPrintable(about));
+    QVERIFY(run("pdfinfo", {"-meta", file}).contains(">文件 1<"));
     QVERIFY(run("pdfimages", {"-list", file}).count('\n') <= 2); // the heading only
     QVERIFY(QFile::remove(file));
 }
