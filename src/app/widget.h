@@ -138,6 +138,8 @@ public slots:
     void on_deletePushButton_clicked();
     void on_savePushButton_clicked();
     void on_setPushButton_clicked();
+    void on_morePushButton_clicked();
+    void on_papersizeComboBox_activated(int index);
     void on_revolvesetPushButton_clicked();
     void on_lightnessSlider_valueChanged(int value);
     void on_contrastSlider_valueChanged(int value);

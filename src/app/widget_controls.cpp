@@ -2,7 +2,9 @@
 // The slots of the two pages' controls: the same rules under the controls' own names.
 #include "app/widget.h"
 
+#include "forms/functiondialogs.h"
 #include "forms/scanpagelogic.h"
+#include "ui_widget.h"
 
 // Scan page
 
@@ -30,6 +32,16 @@ void Widget::on_savePushButton_5_clicked()
 void Widget::on_revolvesetPushButton_5_clicked()
 {
     editRotation(*m_scanPage, this);
+}
+
+void Widget::on_setPushButton_5_clicked()
+{
+    editBorder(this);
+}
+
+void Widget::on_morePushButton_5_clicked()
+{
+    showMoreSettings(*m_scanPage, ui->morePushButton_5);
 }
 
 void Widget::on_lightnessSlider_5_valueChanged(int)
@@ -79,7 +91,8 @@ void Widget::on_papersizeComboBox_5_currentIndexChanged(int)
 
 void Widget::on_papersizeComboBox_5_activated(int)
 {
-    m_scanPage->logic->paperSizeChanged();
+    if (m_scanPage->logic->isPaperCustom())
+        editPaperSize(*m_scanPage, this);
 }
 
 void Widget::on_frontRadioButton_5_clicked()
@@ -143,6 +156,22 @@ void Widget::on_savePushButton_clicked()
 void Widget::on_revolvesetPushButton_clicked()
 {
     editRotation(*m_filePage, this);
+}
+
+void Widget::on_setPushButton_clicked()
+{
+    editBorder(this);
+}
+
+void Widget::on_morePushButton_clicked()
+{
+    showMoreSettings(*m_filePage, ui->morePushButton);
+}
+
+void Widget::on_papersizeComboBox_activated(int)
+{
+    if (m_filePage->logic->isPaperCustom())
+        editPaperSize(*m_filePage, this);
 }
 
 void Widget::on_lightnessSlider_valueChanged(int)

@@ -218,7 +218,7 @@ void Widget::processPageFiles()
     }
     PageBatch batch;
     batch.announce = [this](int number) { sendProgress(tr("正在处理第%1张图像").arg(number)); };
-    batch.merging = [this] { return workPage().pageOptions(m_preview).merge; };
+    batch.options = [this] { return workPage().pageOptions(m_preview); };
     batch.page = [this](const QString& page) { return imageProcess(QFile::encodeName(page).constData()); };
     batch.sheet = [this](const QString& front, const QString& back) {
         return imageAppendProcess(QFile::encodeName(front).constData(), QFile::encodeName(back).constData());

@@ -121,9 +121,6 @@ void Widget::newTemplate(const QString& name)
 void Widget::on_saveBtn_clicked() {}
 void Widget::on_loadBtn_clicked() {}
 void Widget::on_delBtn_clicked() {}
-void Widget::on_setPushButton_5_clicked() {}
-void Widget::on_setPushButton_clicked() {}
-void Widget::on_morePushButton_5_clicked() {}
 
 void Widget::on_wholesetPushButton_clicked()
 {

@@ -25,6 +25,11 @@ inline constexpr char fileDeNoise[] = "File_DeNoise";
 inline constexpr char scanOcrDeNoise[] = "Scan_OCR_DeNoise";
 inline constexpr char fileOcrDeNoise[] = "File_OCR_DeNoise";
 
+inline constexpr char scanFrontRotate[] = "Scan_Front_Rotate";
+inline constexpr char scanBackRotate[] = "Scan_Back_Rotate";
+inline constexpr char fileFrontRotate[] = "File_Front_Rotate";
+inline constexpr char fileBackRotate[] = "File_Back_Rotate";
+
 inline constexpr char scanScanPaperSize[] = "Scan_Scan_PaperSize";
 inline constexpr char fileScanPaperSize[] = "File_Scan_PaperSize";
 inline constexpr char scanOcrPaperSize[] = "Scan_OCR_PaperSize";
@@ -171,6 +176,10 @@ QWD200_KEY(padLimit);
 QWD200_KEY(noiseMode);
 QWD200_KEY(noiseThreshold);
 QWD200_KEY(WBThreshold);
+
+// fixed turns that the rotation dialog offers again
+QWD200_KEY(singleRotate); // scans of one side
+QWD200_KEY(doubleRotate); // scans of both sides
 
 // custom paper
 QWD200_KEY(width);

@@ -243,8 +243,8 @@ Settings wholeSet()
         integer(keys::splitCount, 2, 0, noLimit),
         comboIndex(keys::fGrayDpi, 2),
         comboIndex(keys::fWBDpi, 2),
-        real(keys::imgMendUp, 1, 0, 1000), // mm: the shadow of the edge, not the text beside it
-        real(keys::imgMendLeft, 1, 0, 1000),
+        real(keys::imgMendUp, 1, 0, 100), // mm: the shadow of the edge, not the text beside it
+        real(keys::imgMendLeft, 1, 0, 100),
         flag(keys::imgMendIn, true),
         flag(keys::imgMendOut, false),
         flag(keys::imgMendLeftState, false), // off: left as wide as top
@@ -270,9 +270,16 @@ Settings deNoise()
             integer(keys::WBThreshold, 130, 0, 255)};
 }
 
+// Turn codes: 0 none, 1 left, 2 upside down, 3 right.
+Settings fixedTurns()
+{
+    return {integer(keys::singleRotate, 0, 0, 3), integer(keys::doubleRotate, 0, 0, 3)};
+}
+
+// Hundredths of a centimetre.
 Settings customPaper()
 {
-    return {integer(keys::width, 2100, 1, 100000), integer(keys::height, 2970, 1, 100000),
+    return {integer(keys::width, 2100, 100, 10000), integer(keys::height, 2970, 100, 10000),
             flag(keys::leftUp, true)};
 }
 
@@ -304,6 +311,9 @@ const std::vector<SettingTable>& settingTables()
         for (const char* group :
              {groups::scanDeNoise, groups::fileDeNoise, groups::scanOcrDeNoise, groups::fileOcrDeNoise})
             tables.push_back({group, false, deNoise()});
+        for (const char* group : {groups::scanFrontRotate, groups::scanBackRotate, groups::fileFrontRotate,
+                                  groups::fileBackRotate})
+            tables.push_back({group, false, fixedTurns()});
         for (const char* group :
              {groups::scanScanPaperSize, groups::fileScanPaperSize, groups::scanOcrPaperSize,
               groups::fileOcrPaperSize, groups::scanPdfPaperSize, groups::filePdfPaperSize})

@@ -37,6 +37,8 @@ void useChineseButtons(QDialogButtonBox* box)
         cancel->setText(QCoreApplication::translate("dialogparts", "取消(&C)"));
     if (QPushButton* apply = box->button(QDialogButtonBox::Apply))
         apply->setText(QCoreApplication::translate("dialogparts", "应用(&A)"));
+    if (QPushButton* defaults = box->button(QDialogButtonBox::RestoreDefaults))
+        defaults->setText(QCoreApplication::translate("dialogparts", "默认值(&D)"));
 }
 
 bool hasControlCharacters(const QString& text)

@@ -15,7 +15,7 @@ namespace dialogparts {
 // clicked, other controls take the focus.
 void addAccessKey(QWidget* control, const QKeySequence& key);
 
-// Chinese texts for OK, Cancel and Apply, whatever translation is loaded.
+// Chinese texts for OK, Cancel, Apply and RestoreDefaults, whatever translation is loaded.
 void useChineseButtons(QDialogButtonBox* box);
 
 bool hasControlCharacters(const QString& text);

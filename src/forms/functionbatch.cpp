@@ -39,7 +39,7 @@ bool backsAreTurned()
 FunctionBatch::FunctionBatch(const FunctionForm& form, FunctionHost& host, Panel panel)
     : m_form(form), m_host(host), m_panel(std::move(panel))
 {
-    m_panel.steps.merging = [this] { return m_panel.options().merge; };
+    m_panel.steps.options = m_panel.options;
     m_panel.steps.take = [this](const PageResult& result, const QStringList& sources) {
         takeResult(result, sources);
     };

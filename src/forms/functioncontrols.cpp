@@ -5,8 +5,6 @@
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "forms/controloptions.h"
-#include "forms/rotateset.h"
-#include "forms/saveset.h"
 #include "forms/scanpagelogic.h"
 #include "output/compression.h"
 #include "output/savefolder.h"
@@ -80,38 +78,4 @@ NamingRules FunctionControls::namingRules() const
 QString FunctionControls::saveFolder() const
 {
     return storedSaveFolder(groups.path);
-}
-
-bool editRotation(FunctionControls& function, QWidget* parent)
-{
-    ScanPageLogic& logic = *function.logic;
-    RotationChoice choice;
-    choice.automatic = logic.isAutoRotate();
-    choice.front = logic.rotation(ScanPageLogic::Side::Front);
-    choice.back = logic.rotation(ScanPageLogic::Side::Back);
-    constexpr int kBack = 3;
-    constexpr int kDuplex = 4;
-    const int source = logic.sourceNumber();
-    const ScanSides sides = source == kDuplex ? ScanSides::Both
-                            : source == kBack ? ScanSides::Back
-                                              : ScanSides::Front;
-    RotateSet dialog(choice, sides, parent);
-    if (dialog.exec() != QDialog::Accepted)
-        return false;
-    choice = dialog.choice();
-    logic.setRotation(ScanPageLogic::Side::Front, choice.front);
-    logic.setRotation(ScanPageLogic::Side::Back, choice.back);
-    if (choice.automatic)
-        logic.setAutoRotateState();
-    else if (sides == ScanSides::Both)
-        logic.doubleRotateState();
-    else
-        logic.setRotateState();
-    return true;
-}
-
-bool editSaveRules(FunctionControls& function, QWidget* parent)
-{
-    saveSet dialog(function.groups.scan, function.groups.path, parent);
-    return dialog.exec() == QDialog::Accepted;
 }

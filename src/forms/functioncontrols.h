@@ -9,7 +9,6 @@
 #include <QString>
 #include <vector>
 
-class QWidget;
 class ScanPageLogic;
 
 // The names of the settings groups of one function on one page of the window.
@@ -50,7 +49,3 @@ public:
     NamingRules namingRules() const; // read afresh
     QString saveFolder() const;      // as stored, without a trailing "/"
 };
-
-// The dialogs behind the controls' buttons. They return true when the user has confirmed.
-bool editRotation(FunctionControls& function, QWidget* parent);
-bool editSaveRules(FunctionControls& function, QWidget* parent); // stores

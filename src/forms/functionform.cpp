@@ -5,6 +5,7 @@
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "forms/dialogparts.h"
+#include "forms/functiondialogs.h"
 #include "forms/functionsettings.h"
 #include "forms/scanpagelogic.h"
 #include "ui_functionform.h"
@@ -102,6 +103,13 @@ void FunctionForm::setUp(const ScanPageControls& controls, const FunctionGroups&
         showFolder();
         m_function->readApplicationList();
         m_function->showApplications(m_function->controls.application->currentIndex());
+    });
+    connect(m_ui->setPushButton, &QPushButton::clicked, this, [this] { editBorder(this); });
+    connect(m_ui->morePushButton, &QPushButton::clicked, this,
+            [this] { showMoreSettings(*m_function, m_ui->morePushButton); });
+    connect(m_ui->papersizeComboBox, QOverload<int>::of(&QComboBox::activated), this, [this] {
+        if (m_function->logic->isPaperCustom())
+            editPaperSize(*m_function, this);
     });
     connect(m_ui->browsePushButton, &QPushButton::clicked, this, &FunctionForm::browse);
 }

@@ -11,7 +11,6 @@
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QTemporaryDir>
 
 using Side = ScanPageLogic::Side;
 
@@ -62,10 +61,15 @@ void FunctionSettings::bindTurn(const char* codeKey, const char* textKey, const 
 
 void FunctionSettings::read(const QSettings& settings)
 {
-    const ScanPageControls& c = m_logic.controls();
     m_binding.read(settings);
     if (!settings.contains(QLatin1String(keys::gamma)))
-        c.gamma->setValue(kNeutralGamma);
+        m_logic.controls().gamma->setValue(kNeutralGamma);
+    applyRead();
+}
+
+void FunctionSettings::applyRead()
+{
+    const ScanPageControls& c = m_logic.controls();
     c.handAdjust->setChecked(isUsable(c.frontRotation) || isUsable(c.backRotation));
     m_logic.settingsLoaded();
 }
@@ -77,10 +81,6 @@ void FunctionSettings::write(QSettings& settings) const
 
 void FunctionSettings::setDefaults(const QString& group)
 {
-    const QTemporaryDir folder;
-    QSettings values(folder.filePath(QStringLiteral("factory.conf")), QSettings::IniFormat);
-    values.setIniCodec("UTF-8");
-    writeFactoryValues(values, table(group));
-    const GroupScope scope(values, group);
-    read(values);
+    m_binding.readFactoryValues(group);
+    applyRead();
 }

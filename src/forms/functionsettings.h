@@ -24,6 +24,7 @@ public:
     void setDefaults(const QString& group);
 
 private:
+    void applyRead();
     void bindPages();
     void bindTurn(const char* codeKey, const char* textKey, const char* usedKey, QLabel* label,
                   ScanPageLogic::Side side);

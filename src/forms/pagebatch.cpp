@@ -2,13 +2,15 @@
 #include "forms/pagebatch.h"
 
 #include "forms/functionhost.h"
+#include "imaging/backgroundrun.h"
 #include "imaging/lastpage.h"
 
 int PageBatch::run(const QStringList& files, FunctionHost& host) const
 {
     if (files.isEmpty())
         return 0;
-    keepLastPage(files.last());
+    const double scanDpi = options().scanDpi;
+    runWithEvents([&] { keepLastPage(files.last(), scanDpi); });
     int index = 0;
     while (index < files.size() && !host.isCancelled()) {
         host.showPages(index, files.size());
@@ -28,7 +30,7 @@ int PageBatch::processNext(const QStringList& files, int index) const
     const int number = pageNumber(front);
     const bool paired =
         number % 2 == 1 && index + 1 < files.size() && pageNumber(files.at(index + 1)) == number + 1;
-    if (!paired || !merging()) {
+    if (!paired || !options().merge) {
         take(page(front), {front});
         return 1;
     }

@@ -13,7 +13,7 @@ class FunctionHost;
 // from function to function. GUI thread; the steps must pump events while they work.
 struct PageBatch
 {
-    std::function<bool()> merging; // read afresh for every sheet
+    std::function<PageOptions()> options; // read afresh for every sheet
     std::function<PageResult(const QString& page)> page;
     std::function<PageResult(const QString& front, const QString& back)> sheet;
     std::function<void(int number)>

@@ -13,6 +13,7 @@
 #include <QStyle>
 #include <array>
 
+#include "forms/controlhelp.h"
 #include "forms/spliticon.h"
 
 namespace {
@@ -86,8 +87,7 @@ void ScanPageLogic::setItemData()
     setData(m_c.colorMode, std::array<int, 3>{BlackWhite, Grey, Color});
     for (int i = 0; i < m_c.resolution->count(); ++i) // the last item is no number: 0, custom
         m_c.resolution->setItemData(i, m_c.resolution->itemText(i).toInt());
-    for (const int item : {1, 6}) // equalise and unsharp are offered, but no step does them
-        m_c.filter->setItemData(item, tr("此设置不改变图像"), Qt::ToolTipRole);
+    explainControls(m_c);
 }
 
 void ScanPageLogic::connectOwnSignals()

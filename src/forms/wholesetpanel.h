@@ -6,6 +6,8 @@
 #include <QDialog>
 #include <memory>
 
+class BeforeAfter;
+
 namespace Ui {
 class wholesetpanel;
 }
@@ -29,7 +31,8 @@ public slots:
     // The group "wholeSet".
     void readIni();
     bool writeIni(); // false, and a message: the file could not be written
-    // The window's page that is in use: 0 the file page, 2 the scan page.
+    // The window's page that is in use: 0 the file page, 2 the scan page. Each page has its own way to speak
+    // of splitting: the file page cuts documents, the scan page cuts pages.
     void changeScanTypeState(int mode);
 
     void accept() override; // stores and closes
@@ -49,10 +52,16 @@ private slots:
 
 private:
     void bindControls();
+    void addPreview();
     void showValues();
+    void showEffect();
+    void showBlank();
+    void setDefaults();
 
     std::unique_ptr<Ui::wholesetpanel> m_ui;
     SettingBinding m_binding;
+    BeforeAfter* m_preview;
+    bool m_showsCharacters = false; // else the background
     QWidget* m_maintenance = nullptr;
     int m_scanTypeState = 2;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/pageoptions.h"
 
-#include "config/keys.h"
+#include "config/settingtable.h"
 #include "output/extracopy.h"
 
 #include <QSettings>
@@ -9,56 +9,24 @@
 
 namespace {
 
-bool isTrue(const QSettings& settings, const char* key)
-{
-    return settings.value(QLatin1String(key)).toString() == QLatin1String("true");
-}
-
-int noiseSizeFor(int mode, int level)
-{
-    constexpr int kAutomatic = 3;
-    switch (mode) {
-    case 1: // custom
-        switch (level) {
-        case 1:
-            return 5;
-        case 2:
-            return 3;
-        case 3:
-            return 2;
-        default:
-            return 0;
-        }
-    case 2:
-        return kAutomatic;
-    default:
-        return 0;
-    }
-}
-
 void readWholeGroup(PageOptions& options, QSettings& settings)
 {
-    settings.beginGroup(QLatin1String(groups::wholeSet));
-    options.blankLevel = settings.value(QLatin1String(keys::delBlank)).toInt();
-    options.backgroundStrength = settings.value(QLatin1String(keys::delValue)).toInt();
-    options.enhanceStrength = settings.value(QLatin1String(keys::enhanceValue)).toInt();
-    options.splitCount = settings.value(QLatin1String(keys::splitCount)).toInt();
-    options.greyCopyDpi = extraCopyDpi(settings.value(QLatin1String(keys::fGrayDpi)).toInt());
-    options.blackWhiteCopyDpi = extraCopyDpi(settings.value(QLatin1String(keys::fWBDpi)).toInt());
-    options.border.inside = isTrue(settings, keys::imgMendIn);
-    const auto level = [&settings](const char* key) {
-        return qBound(0, settings.value(QLatin1String(key)).toInt(), 255);
-    };
-    options.border.red = level(keys::imgMendcolorRed);
-    options.border.green = level(keys::imgMendcolorGreen);
-    options.border.blue = level(keys::imgMendcolorBlue);
-    options.border.topMm = settings.value(QLatin1String(keys::imgMendUp)).toDouble();
-    // "false" is the linked state: one width for all four sides.
-    const bool linked =
-        settings.value(QLatin1String(keys::imgMendLeftState)).toString() == QLatin1String("false");
-    options.border.leftMm =
-        linked ? options.border.topMm : settings.value(QLatin1String(keys::imgMendLeft)).toDouble();
-    settings.endGroup();
+    const GroupScope scope(settings, QLatin1String(groups::wholeSet));
+    options.blankLevel = readInt(settings, keys::delBlank);
+    options.backgroundStrength = readInt(settings, keys::delValue);
+    options.enhanceStrength = readInt(settings, keys::enhanceValue);
+    options.splitCount = readInt(settings, keys::splitCount);
+    options.greyCopyDpi = extraCopyDpi(readInt(settings, keys::fGrayDpi));
+    options.blackWhiteCopyDpi = extraCopyDpi(readInt(settings, keys::fWBDpi));
+    options.border.inside = readBool(settings, keys::imgMendIn);
+    options.border.red = readInt(settings, keys::imgMendcolorRed);
+    options.border.green = readInt(settings, keys::imgMendcolorGreen);
+    options.border.blue = readInt(settings, keys::imgMendcolorBlue);
+    options.border.topMm = readDouble(settings, keys::imgMendUp);
+    // Off is the linked state: one width for all four sides. A missing key is not off.
+    const bool linked = settings.contains(QLatin1String(keys::imgMendLeftState)) &&
+                        !readBool(settings, keys::imgMendLeftState);
+    options.border.leftMm = linked ? options.border.topMm : readDouble(settings, keys::imgMendLeft);
 }
 
 } // namespace
@@ -67,21 +35,42 @@ void readPipelineSettings(PageOptions& options, QSettings& settings, const PageS
                           bool customThreshold)
 {
     readWholeGroup(options, settings);
-
-    settings.beginGroup(names.paperSize);
-    options.paper.widthCm = settings.value(QLatin1String(keys::width)).toInt() / 100.0;
-    options.paper.heightCm = settings.value(QLatin1String(keys::height)).toInt() / 100.0;
-    options.paper.leftUp = isTrue(settings, keys::leftUp);
-    settings.endGroup();
-
-    settings.beginGroup(names.deNoise);
-    constexpr int kNeutralThreshold = 130;
+    {
+        const GroupScope scope(settings, names.paperSize);
+        options.paper.widthCm = readInt(settings, keys::width) / 100.0;
+        options.paper.heightCm = readInt(settings, keys::height) / 100.0;
+        options.paper.leftUp = readBool(settings, keys::leftUp);
+    }
+    const GroupScope scope(settings, names.deNoise);
     options.blackWhiteThreshold =
-        customThreshold ? settings.value(QLatin1String(keys::WBThreshold)).toInt() : kNeutralThreshold;
-    options.noiseSize = noiseSizeFor(names.noiseMode ? *names.noiseMode
-                                                     : settings.value(QLatin1String(keys::noiseMode)).toInt(),
-                                     settings.value(QLatin1String(keys::noiseThreshold)).toInt());
-    settings.endGroup();
+        customThreshold ? readInt(settings, keys::WBThreshold) : PageOptions::kNeutralThreshold;
+    options.noiseSize = noiseSize(names.noiseMode ? *names.noiseMode : readInt(settings, keys::noiseMode),
+                                  readInt(settings, keys::noiseThreshold));
+}
+
+int noiseSize(int mode, int level)
+{
+    constexpr int kCustom = 1;
+    constexpr int kAutomatic = 2;
+    constexpr std::array<int, 4> kSizes{0, 5, 3, 2}; // by level
+    if (mode == kAutomatic)
+        return 3;
+    const bool known = mode == kCustom && level >= 0 && level < static_cast<int>(kSizes.size());
+    return known ? kSizes[static_cast<std::size_t>(level)] : 0;
+}
+
+std::optional<PaperCut> customCut(const PageOptions::CustomPaper& paper)
+{
+    constexpr double kA4Width = 21.0;
+    constexpr double kA4Height = 29.7;
+    // A width of exactly A4's, or a size at or beyond A4 in both directions, is left uncut on purpose.
+    if (paper.widthCm > kA4Width && paper.heightCm < kA4Height)
+        return PaperCut{kA4Width, paper.heightCm};
+    if (paper.widthCm < kA4Width && paper.heightCm > kA4Height)
+        return PaperCut{paper.widthCm, kA4Height};
+    if (paper.widthCm < kA4Width && paper.heightCm < kA4Height)
+        return PaperCut{paper.widthCm, paper.heightCm};
+    return std::nullopt;
 }
 
 std::optional<BlankLimits> blankLimits(int level)

@@ -12,6 +12,8 @@ class QSettings;
 // every page, so a change in a dialog takes effect on the next one.
 struct PageOptions
 {
+    static constexpr int kNeutralThreshold = 130;
+
     enum Filter
     {
         Blur = 2,
@@ -72,7 +74,7 @@ struct PageOptions
     bool horizontal = false; // direction of merge and split
     Border border;
     ColorMode colorMode = ColorMode::Color;
-    int blackWhiteThreshold = 130;
+    int blackWhiteThreshold = kNeutralThreshold;
     int noiseSize = 0; // 0: no despeckling of two-level pages
 
     QString folder;   // ends in "/"
@@ -101,6 +103,18 @@ struct PageSettingsGroups
 // The switches of `options` are left alone.
 void readPipelineSettings(PageOptions& options, QSettings& settings, const PageSettingsGroups& names,
                           bool customThreshold);
+
+// The size of the specks that are removed, in pixels at 300 dpi; 0: none. `mode`: 0 none, 1 custom, 2
+// automatic; `level`: 1 to 3 of the custom mode.
+int noiseSize(int mode, int level);
+
+// What is cut out of an A4 scan for a custom paper size, in centimetres; nothing: the page is left whole.
+struct PaperCut
+{
+    double widthCm;
+    double heightCm;
+};
+std::optional<PaperCut> customCut(const PageOptions::CustomPaper& paper);
 
 // The pair (darkness, percent) of a blank-page level 1 to 15; nothing for any other level.
 struct BlankLimits

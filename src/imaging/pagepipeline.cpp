@@ -132,20 +132,10 @@ void PagePipeline::fitResolution(ImageHandle& image, const PageOptions& options)
 
 void PagePipeline::cutCustomPaper(ImageHandle& image, const PageOptions& options)
 {
-    if (!options.paper.on)
-        return;
-    constexpr double kA4Width = 21.0;
-    constexpr double kA4Height = 29.7;
-    double width = options.paper.widthCm;
-    double height = options.paper.heightCm;
-    // A width of exactly A4's, or a size at or beyond A4 in both directions, is left uncut on purpose.
-    if (width > kA4Width && height < kA4Height)
-        width = kA4Width;
-    else if (width < kA4Width && height > kA4Height)
-        height = kA4Height;
-    else if (!(width < kA4Width && height < kA4Height))
-        return;
-    image.reset(m_library.imageUserPS(image.get(), width, height, options.paper.leftUp ? 1 : 0, options.dpi));
+    const std::optional<PaperCut> cut = options.paper.on ? customCut(options.paper) : std::nullopt;
+    if (cut)
+        image.reset(m_library.imageUserPS(image.get(), cut->widthCm, cut->heightCm,
+                                          options.paper.leftUp ? 1 : 0, options.dpi));
 }
 
 void PagePipeline::fillBorder(ImageHandle& image, const PageOptions& options)
@@ -340,7 +330,6 @@ void PagePipeline::saveExtraCopies(const QString& pageFile, const PageOptions& o
 void PagePipeline::saveExtraCopy(const QString& pageFile, const PageOptions& options, bool grey,
                                  PageResult& result)
 {
-    constexpr int kThreshold = 130;
     ImageHandle image = load(pageFile, options);
     if (!image) {
         result.problems << unreadable(pageFile);
@@ -353,7 +342,7 @@ void PagePipeline::saveExtraCopy(const QString& pageFile, const PageOptions& opt
     if (dpi != options.dpi)
         image.reset(m_library.imageResolution(image.get(), dpi, dpi, sourceDpi(options)));
     image.reset(grey ? m_library.imageRGBtoGray(image.get())
-                     : m_library.imageRGBtoWB(image.get(), kThreshold));
+                     : m_library.imageRGBtoWB(image.get(), PageOptions::kNeutralThreshold));
     saveAs(image, options, dpi, result);
 }
 

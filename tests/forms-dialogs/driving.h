@@ -109,6 +109,8 @@ inline QVector<QWidget*> tabOrder(QWidget& window)
 // can say.
 inline void checkReachable(QWidget& window)
 {
+    window.activateWindow(); // a dialog that has just opened has no focus yet
+    QVERIFY(QTest::qWaitForWindowActive(&window));
     const QVector<QWidget*> reached = tabOrder(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
         bool input = false;

@@ -3,8 +3,10 @@
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
 #include "driving.h"
+#include "forms/beforeafter.h"
 #include "forms/wholesetpanel.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
@@ -59,6 +61,43 @@ private slots:
         QCOMPARE(shown(wholesetpanel()).first().toInt(), 10);
         QCOMPARE(written.size(), 2);
         QCOMPARE(openMainSettings()->value("wholeSet/ofALaterVersion").toString(), QString("x"));
+    }
+
+    void effectsAreShownOnTheLastPage()
+    {
+        QImage page(1240, 1748, QImage::Format_RGB888);
+        page.fill(QColor(228, 224, 214));
+        QPainter painter(&page);
+        painter.fillRect(300, 300, 500, 14, QColor(70, 70, 70));
+        painter.end();
+        const QString scan = paths::tempFolder() + "zarnqwd200-0001.pnm";
+        QVERIFY(page.save(scan, "PPM") && keepLastPage(scan, 300));
+        wholesetpanel dialog;
+        auto* preview = dialog.findChild<BeforeAfter*>();
+        open(dialog);
+        const auto corner = [](const QImage& picture) { return qGray(picture.pixel(5, 5)); };
+        QTRY_VERIFY(!preview->after().isNull());
+        QVERIFY(corner(preview->before()) < 230);
+        QTest::keyClick(control<QSlider>(dialog, "delValue"), Qt::Key_End);
+        QTRY_VERIFY(corner(preview->after()) > 250);
+        QTest::keyClick(control<QSlider>(dialog, "enhanceValue"), Qt::Key_End);
+        QTRY_VERIFY(corner(preview->after()) < 230);
+        const auto says = [preview](const char* text) {
+            for (const QLabel* label : preview->findChildren<QLabel*>())
+                if (label->text().contains(text))
+                    return true;
+            return false;
+        };
+        QTest::keyClick(control<QSlider>(dialog, "delBlank"), Qt::Key_Home);
+        QTRY_VERIFY(says("会保留"));
+        page.fill(QColor(228, 224, 214));
+        QVERIFY(page.save(scan, "PPM") && keepLastPage(scan, 300));
+        QTest::keyClick(control<QSlider>(dialog, "delBlank"), Qt::Key_End);
+        QTRY_VERIFY(says("空白页删除"));
+        dialog.changeScanTypeState(0);
+        QVERIFY(control<QLabel>(dialog, "splitCountHelpLabel")->text().startsWith("拆分 PDF"));
+        press(dialog, QDialogButtonBox::RestoreDefaults);
+        QCOMPARE(shown(dialog), QVariantList({5, 5, 8, 2, 0, 2, 2}));
     }
 
     void badValues()

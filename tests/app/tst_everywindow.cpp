@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/widget.h"
+#include "config/freshroot.h"
+#include "device/readbtn.h"
+#include "device/scriptedusb.h"
+#include "forms-dialogs/driving.h"
+
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMessageBox>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTextCodec>
+#include <QToolButton>
+
+namespace {
+
+// These start a job, another program or end the window instead of opening something.
+bool isLeftAlone(const QAbstractButton* button)
+{
+    static const QStringList names{"scanButton",         "confirmPushButton", "cancelPushButton",
+                                   "helpPushButton",     "applyPushButton",   "previewPushButton",
+                                   "previewPushButton_5"};
+    const bool opens = qobject_cast<const QPushButton*>(button) || qobject_cast<const QToolButton*>(button);
+    return !opens || button->isCheckable() || names.contains(button->objectName()) ||
+           qobject_cast<const QDialogButtonBox*>(button->parent());
+}
+
+// The toolkit's own dialogs are not ours to check.
+bool isForeign(const QWidget* window)
+{
+    return qobject_cast<const QMessageBox*>(window) || qobject_cast<const QFileDialog*>(window) ||
+           qobject_cast<const QColorDialog*>(window);
+}
+
+void checkLabels(const QWidget& window)
+{
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        const bool caption = label->isVisible() && label->text().endsWith(QLatin1Char(':'));
+        QVERIFY2(!caption || label->buddy(),
+                 qPrintable(QString(window.metaObject()->className()) + ": no buddy of " + label->text()));
+    }
+}
+
+// What the window shows of itself on one tab.
+void checkShown(QWidget& window)
+{
+    checkReachable(window);
+    checkLabels(window);
+}
+
+} // namespace
+
+// Walks through the program as someone without a mouse would: both pages with every function, and whatever
+// opens behind a button of theirs, and behind the buttons in there. Everything must have a name and be
+// reached by the Tab key. What a later version adds is found by itself.
+class TestEveryWindow : public QObject
+{
+    Q_OBJECT
+
+private:
+    UsbScript m_usb;
+    std::unique_ptr<Widget> m_window;
+    QStringList m_seen; // class names of the windows that were checked
+
+    void check(QWidget& window)
+    {
+        const QList<QTabWidget*> tabs = window.findChildren<QTabWidget*>();
+        if (tabs.isEmpty())
+            checkShown(window);
+        for (QTabWidget* pages : tabs) {
+            for (int page = 0; page < pages->count(); ++page) {
+                pages->setCurrentIndex(page);
+                checkShown(window);
+            }
+            pages->setCurrentIndex(0);
+        }
+    }
+
+    void visit(QWidget* window)
+    {
+        const QString name = window->metaObject()->className();
+        if (!isForeign(window) && !m_seen.contains(name)) {
+            m_seen << name;
+            check(*window);
+            openAllBehind(*window);
+        }
+        if (auto* dialog = qobject_cast<QDialog*>(window))
+            dialog->reject();
+        else
+            window->close();
+    }
+
+    // Presses a button; of a menu that opens, chooses the given entry. Returns the number of its entries.
+    int pressAndVisit(QAbstractButton* button, int entry)
+    {
+        QWidget* const before = QApplication::activeModalWidget();
+        int entries = 0;
+        bool visiting = false;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (visiting)
+                return;
+            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                entries = menu->actions().size();
+                menu->setActiveAction(menu->actions().value(entry));
+                QTest::keyClick(menu, Qt::Key_Return);
+                return;
+            }
+            QWidget* now = QApplication::activeModalWidget();
+            if (!now || now == before)
+                return;
+            visiting = true;
+            visit(now);
+            visiting = false;
+        });
+        timer.start(20);
+        button->click();
+        timer.stop();
+        for (QWidget* other : QApplication::topLevelWidgets())
+            if (other->isVisible() && other != m_window.get() && !other->isModal() && !m_seen.isEmpty() &&
+                other->isWindow() && other != button->window() && other->windowType() == Qt::Window)
+                visit(other);
+        return entries;
+    }
+
+    void openAllBehind(QWidget& window)
+    {
+        for (const QPointer<QAbstractButton> button : window.findChildren<QAbstractButton*>()) {
+            if (!button || !button->isVisible() || !button->isEnabled() || isLeftAlone(button))
+                continue;
+            const int entries = pressAndVisit(button, 0);
+            for (int entry = 1; entry < entries; ++entry)
+                pressAndVisit(button, entry);
+        }
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
+        QVERIFY(freshRoot());
+        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
+                                                                      ButtonWatch::Intervals{20, 20, 10}),
+                                            0);
+        m_window->show();
+    }
+
+    void everyPageAndWhatOpensBehindIt()
+    {
+        for (const char* page : {"scanPushButton", "filePushButton"}) {
+            click(*m_window, page);
+            const bool scanPage = qstrcmp(page, "scanPushButton") == 0;
+            auto* functions =
+                control<QComboBox>(*m_window, scanPage ? "templetBtncomboBox_3" : "templetBtncomboBox");
+            for (int index = 0; index < functions->count(); ++index) {
+                functions->setCurrentIndex(index);
+                checkShown(*m_window);
+                openAllBehind(*m_window);
+            }
+        }
+        m_seen.sort();
+        qInfo().noquote() << "windows:" << m_seen.join(' ');
+        for (const char* known : {"imgmendpanel", "NoiseSet", "PaperSizeSet", "OutputSet", "CompressSet",
+                                  "RotateSet", "saveSet", "fileNameSet", "wholesetpanel", "append"})
+            QVERIFY2(m_seen.contains(QLatin1String(known)), known);
+    }
+
+    void cleanupTestCase() { m_window.reset(); }
+};
+
+QTEST_MAIN(TestEveryWindow)
+#include "tst_everywindow.moc"
