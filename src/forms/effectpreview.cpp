@@ -33,7 +33,7 @@ QImage drawnPage()
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(60, 60, 60));
     for (int speck = 0; speck < 2200; ++speck) {
-        const int size = 1 + random.bounded(5);
+        const int size = 1 + random.bounded(4);
         painter.drawRect(random.bounded(page.width()), random.bounded(page.height()), size, size);
     }
     return page;

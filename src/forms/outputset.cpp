@@ -12,7 +12,9 @@
 #include <QVBoxLayout>
 
 OutputSet::OutputSet(const Output& output, QWidget* parent)
-    : SettingsDialog(tr("输出图像"), tr("扫描一页得到哪些图像，以及双面稿件的反面怎样放置。"),
+    : SettingsDialog(tr("输出图像"),
+                     output.images ? tr("扫描一页得到哪些图像，以及双面稿件的反面怎样放置。")
+                                   : tr("双面稿件的反面在文档中怎样放置。"),
                      QLatin1String(groups::wholeSet), parent),
       m_given(output), m_color(new QComboBox(this)), m_grey(new QComboBox(this)), m_bw(new QComboBox(this)),
       m_copies(new QCheckBox(tr("输出多张图像(&M)"), this)), m_greyDpi(resolutionCombo()),

@@ -23,9 +23,9 @@ constexpr char kDetailName[] = "lastDetail.ppm";
 cv::Rect busiestPlace(const cv::Mat& page, const cv::Mat& reduced)
 {
     const cv::Size size(std::min(kDetailSize.width(), page.cols), std::min(kDetailSize.height(), page.rows));
-    cv::Mat edges, density;
-    cv::cvtColor(reduced, edges, cv::COLOR_BGR2GRAY);
-    cv::Laplacian(edges, edges, CV_32F);
+    cv::Mat grey, edges, density;
+    cv::cvtColor(reduced, grey, cv::COLOR_BGR2GRAY);
+    cv::Laplacian(grey, edges, CV_32F);
     const cv::Size window(std::clamp(size.width / kReduction, 1, reduced.cols),
                           std::clamp(size.height / kReduction, 1, reduced.rows));
     cv::boxFilter(cv::abs(edges), density, CV_32F, window, {0, 0}); // anchored top left

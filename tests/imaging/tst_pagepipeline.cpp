@@ -298,10 +298,20 @@ private slots:
         QVERIFY(answered);
     }
 
-    void lastPageIsKeptReduced()
+    void lastPageIsKeptAsSample()
     {
-        QVERIFY(keepLastPage(drawPage("zarnqwd200-0001.pnm", Qt::black, {800, 1200}), 300));
-        QCOMPARE(QImage(paths::tempFolder() + "lastPage.ppm").size(), QSize(200, 300));
+        const QString scan = drawPage("zarnqwd200-0001.pnm", Qt::white, {1600, 2400});
+        QImage page(scan);
+        QPainter painter(&page);
+        for (int line = 0; line < 8; ++line)
+            painter.fillRect(900, 1500 + 40 * line, 400, 8, Qt::black);
+        painter.end();
+        QVERIFY(page.save(scan, "PPM") && keepLastPage(scan, 300));
+        const SamplePage sample = lastPage();
+        QVERIFY(sample.good() && sample.dpi == 300 && sample.size == page.size());
+        QCOMPARE(QImage(sample.page).size(), QSize(400, 600));
+        QVERIFY(sample.place.contains(QRect(900, 1500, 400, 280))); // where the lines are
+        QCOMPARE(QImage(sample.detail).convertToFormat(QImage::Format_RGB888), page.copy(sample.place));
         QVERIFY(putFile(paths::tempFolder() + "zarnqwd200-0002.pnm", "broken"));
         QVERIFY(!keepLastPage(paths::tempFolder() + "zarnqwd200-0002.pnm", 300));
     }
