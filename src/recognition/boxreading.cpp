@@ -79,42 +79,74 @@ bool gather(const Children& children, const ReadingOptions& options)
     return true;
 }
 
-void collect(const ReadingChild& child, PageReading& page)
+// Takes the records that the child wrote; returns the numbers of its boxes that are not among them.
+std::vector<int> collect(const ReadingChild& child, PageReading& page)
 {
     const std::size_t before = page.boxes.size();
     decodeRecords(child.bytes(), page.boxes);
     std::set<int> arrived;
     for (std::size_t i = before; i < page.boxes.size(); ++i)
         arrived.insert(page.boxes[i].number);
-    LostBoxes lost;
+    std::vector<int> missing;
     for (const int number : child.task().numbers)
         if (arrived.count(number) == 0)
-            lost.numbers.push_back(number);
-    if (lost.numbers.empty() || page.cancelled)
-        return;
-    lost.reason = child.problem().empty() ? "ended early" : child.problem();
-    page.lost.push_back(std::move(lost));
+            missing.push_back(number);
+    return missing;
+}
+
+void noteLost(const ReadingChild& child, std::vector<int> numbers, PageReading& page)
+{
+    std::sort(numbers.begin(), numbers.end());
+    page.lost.push_back({std::move(numbers), child.problem().empty() ? "ended early" : child.problem()});
+}
+
+// Reads the groups, each in a child of its own. Returns what children that had started left unread, for
+// another try; of the others it is noted that they are lost.
+std::vector<ReadingChild::Task> readGroups(std::vector<ReadingChild::Task> tasks, bool again,
+                                           BoxReader& reader, const std::vector<cv::Rect>& boxes,
+                                           const ReadingOptions& options, PageReading& page)
+{
+    Children children;
+    int started = 0;
+    for (ReadingChild::Task& task : tasks) {
+        if (task.numbers.empty())
+            continue;
+        children.push_back(std::make_unique<ReadingChild>(std::move(task)));
+        started += children.back()->start(reader, boxes, options) ? 1 : 0;
+    }
+    if (started > 0)
+        trace(options.traceTo, "i am parent, start to read \n");
+    page.children += started;
+    page.cancelled = !gather(children, options);
+    std::vector<ReadingChild::Task> left;
+    for (const auto& child : children) {
+        std::vector<int> missing = collect(*child, page);
+        if (missing.empty() || page.cancelled)
+            continue;
+        if (again || !child->started()) {
+            noteLost(*child, std::move(missing), page);
+            continue;
+        }
+        // The first is the one at which the child ended: should that be its fault, the others are through.
+        std::rotate(missing.begin(), missing.begin() + 1, missing.end());
+        left.push_back({child->task().worker, std::move(missing), 0});
+    }
+    return left;
 }
 
 } // namespace
 
-PageReading readBoxes(BoxReader& reader, cv::Size page, const std::vector<cv::Rect>& boxes,
+PageReading readBoxes(BoxReader& reader, cv::Size size, const std::vector<cv::Rect>& boxes,
                       const ReadingOptions& options)
 {
-    PageReading reading;
-    Children children;
-    const cv::Rect whole(cv::Point(), page);
+    PageReading page;
+    const cv::Rect whole(cv::Point(), size);
     const cv::Rect frame = options.frame.empty() ? whole : whole & cv::Rect(cv::Point(), options.frame);
-    for (ReadingChild::Task& task : shareOut(boxes, frame, options.maxChildren)) {
-        if (task.numbers.empty())
-            continue;
-        children.push_back(std::make_unique<ReadingChild>(std::move(task)));
-        reading.children += children.back()->start(reader, boxes, options) ? 1 : 0;
-    }
-    if (reading.children > 0)
-        trace(options.traceTo, "i am parent, start to read \n");
-    reading.cancelled = !gather(children, options);
-    for (const auto& child : children)
-        collect(*child, reading);
-    return reading;
+    std::vector<ReadingChild::Task> left =
+        readGroups(shareOut(boxes, frame, options.maxChildren), false, reader, boxes, options, page);
+    if (!left.empty() && !page.cancelled)
+        readGroups(std::move(left), true, reader, boxes, options, page);
+    std::sort(page.boxes.begin(), page.boxes.end(),
+              [](const BoxText& one, const BoxText& other) { return one.number < other.number; });
+    return page;
 }

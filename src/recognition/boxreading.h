@@ -44,7 +44,7 @@ struct PageReading
 {
     std::vector<BoxText> boxes; // by ascending number; low confidence is the caller's business
     std::vector<LostBoxes> lost;
-    int children = 0;       // started
+    int children = 0;       // started, second tries among them
     bool cancelled = false; // `boxes` then holds what had arrived
 };
 
@@ -56,8 +56,8 @@ struct ReadingOptions
     cv::Size frame;
     std::function<void()> idle; // called about every 20 ms while children work; the GUI pumps events here
     std::function<bool()> isCancelled; // asked as often; true kills the children and ends the reading
-    std::chrono::milliseconds lineLimit{
-        30000};      // a child silent for longer is killed, its unread boxes are lost
+    // A child that stands still, or works, for longer on one box is killed.
+    std::chrono::milliseconds lineLimit{30000};
     int traceTo = 2; // file descriptor for the children's debug lines; -1: none
 };
 
@@ -74,7 +74,8 @@ public:
 constexpr int kBoxesPerChild = 5;
 
 // Reads the boxes of the engine's page (setEnginePage). Boxes may be tight and may overlap: each is shown to
-// the engine with a margin. Child k (from 1) takes the k-th group of five boxes. Blocks until all are read;
+// the engine with a margin. Child k (from 1) takes the k-th group of five boxes. What a child leaves
+// unread that ends early or is killed is tried once more in another. Blocks until all are read;
 // works in the calling thread, which must be the one that made the engine.
 PageReading readBoxes(tesseract::TessBaseAPI& api, const std::vector<cv::Rect>& boxes,
                       const ReadingOptions& options);

@@ -112,6 +112,7 @@ bool ReadingChild::start(BoxReader& reader, const std::vector<cv::Rect>& boxes, 
         trace(options.traceTo, "%s\n", m_problem.c_str());
         return false;
     }
+    m_started = true;
     m_pid = pid;
     m_pipe = ends[0];
     m_lastSign = Clock::now();
@@ -130,11 +131,28 @@ void ReadingChild::readSome()
     }
     m_bytes.append(block.data(), static_cast<std::size_t>(got));
     m_lastSign = Clock::now();
+    m_usedAtLastBytes = m_used = processorTime();
+}
+
+std::chrono::nanoseconds ReadingChild::processorTime() const
+{
+    clockid_t clock{};
+    timespec used{};
+    if (clock_getcpuclockid(m_pid, &clock) != 0 || clock_gettime(clock, &used) != 0)
+        return m_used;
+    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
 }
 
 void ReadingChild::killWhenSilent(std::chrono::milliseconds limit)
 {
-    if (m_pid <= 0 || Clock::now() - m_lastSign < limit)
+    if (m_pid <= 0)
+        return;
+    const std::chrono::nanoseconds used = processorTime();
+    if (used > m_used) {
+        m_used = used;
+        m_lastSign = Clock::now();
+    }
+    if (Clock::now() - m_lastSign < limit && m_used - m_usedAtLastBytes < limit)
         return;
     end(true);
     m_problem = "silent for " + std::to_string(limit.count()) + " ms, killed";

@@ -34,19 +34,26 @@ public:
 
     int pipe() const { return m_pipe; } // to poll; -1 when nothing more will come
     void readSome();                    // one block; at the pipe's end the child is waited for
+
+    // Kills it when it has neither written nor used processor time for `limit`, or has used that much since
+    // it wrote last. On a crowded machine a child may wait long for its turn.
     void killWhenSilent(std::chrono::milliseconds limit);
 
+    bool started() const { return m_started; }
     const Task& task() const { return m_task; }
     const std::string& bytes() const { return m_bytes; }
     const std::string& problem() const { return m_problem; } // empty: ended in order
 
 private:
     void end(bool kill);
+    std::chrono::nanoseconds processorTime() const;
 
     Task m_task;
+    bool m_started = false;
     pid_t m_pid = -1;
     int m_pipe = -1;
     std::string m_bytes;
     std::string m_problem;
-    Clock::time_point m_lastSign;
+    Clock::time_point m_lastSign;                             // of life: bytes, or processor time used
+    std::chrono::nanoseconds m_used{0}, m_usedAtLastBytes{0}; // processor time
 };
