@@ -41,7 +41,6 @@ void explainControls(const ScanPageControls& c)
              {c.front, "从进纸器只扫描正面"},
              {c.back, "从进纸器只扫描反面"},
              {c.duplex, "从进纸器扫描正反两面"},
-             {c.paperSize, "扫描的范围；“自定义”按 A4 扫描，再裁切到设定的大小"},
              {c.colorMode, "黑白文件最小，灰阶适合照片和浅色字迹，彩色保留全部颜色"},
              {c.resolution, "每英寸的点数：数值越大越清楚，文件也越大；一般文件 300 即可"},
              {c.lightness, "数值越大，页面越亮；0 不改变"},

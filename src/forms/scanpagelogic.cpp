@@ -176,7 +176,8 @@ void ScanPageLogic::fileTypeChanged()
 
 void ScanPageLogic::paperSizeChanged()
 {
-    m_c.paperSize->setToolTip(isPaperCustom() ? tr("按 A4 扫描，再裁切到自定义的尺寸") : QString());
+    m_c.paperSize->setToolTip(isPaperCustom() ? tr("按 A4 扫描，再裁切到自定义的尺寸")
+                                              : tr("扫描的范围；“自定义”按 A4 扫描，再裁切到设定的大小"));
 }
 
 void ScanPageLogic::frontClicked()
