@@ -20,13 +20,15 @@ QByteArray utf16Hex(const QString& text)
 // The font has no letters, only their meaning: every code is its own character.
 PdfFile::PdfFile()
 {
-    const int map = addStream({}, "/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CMapName /Own def "
-                                  "/CMapType 2 def 1 begincodespacerange <0000> <FFFF> endcodespacerange "
-                                  "1 beginbfrange <0000> <FFFF> <0000> endbfrange endcmap end end");
-    const int letters = add("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /Own /DW 1000 /CIDSystemInfo << /Registry "
-                            "(Adobe) /Ordering (Identity) /Supplement 0 >> /FontDescriptor << /Type /FontDescriptor "
-                            "/FontName /Own /Flags 4 /FontBBox [0 -200 1000 800] /ItalicAngle 0 /Ascent 800 /Descent "
-                            "-200 /StemV 80 >> >>");
+    const int map =
+        addStream({}, "/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CMapName /Own def "
+                      "/CMapType 2 def 1 begincodespacerange <0000> <FFFF> endcodespacerange "
+                      "1 beginbfrange <0000> <FFFF> <0000> endbfrange endcmap end end");
+    const int letters =
+        add("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /Own /DW 1000 /CIDSystemInfo << /Registry "
+            "(Adobe) /Ordering (Identity) /Supplement 0 >> /FontDescriptor << /Type /FontDescriptor "
+            "/FontName /Own /Flags 4 /FontBBox [0 -200 1000 800] /ItalicAngle 0 /Ascent 800 /Descent "
+            "-200 /StemV 80 >> >>");
     m_font = add("<< /Type /Font /Subtype /Type0 /BaseFont /Own /Encoding /Identity-H /DescendantFonts [" +
                  QByteArray::number(letters) + " 0 R] /ToUnicode " + QByteArray::number(map) + " 0 R >>");
     m_pages = add({});
@@ -48,10 +50,11 @@ void PdfFile::addPage(QSize points, const QByteArray& content, const QByteArray&
 {
     const int stream = addStream({}, content);
     m_kids << add("<< /Type /Page /Parent " + QByteArray::number(m_pages) + " 0 R /MediaBox [0 0 " +
-                  QByteArray::number(points.width()) + ' ' + QByteArray::number(points.height()) + "] /Contents " +
-                  QByteArray::number(stream) + " 0 R " +
-                  (more.contains("/Resources") ? QByteArray()
-                                               : "/Resources << /Font << /F " + QByteArray::number(m_font) + " 0 R >> >> ") +
+                  QByteArray::number(points.width()) + ' ' + QByteArray::number(points.height()) +
+                  "] /Contents " + QByteArray::number(stream) + " 0 R " +
+                  (more.contains("/Resources")
+                       ? QByteArray()
+                       : "/Resources << /Font << /F " + QByteArray::number(m_font) + " 0 R >> >> ") +
                   more + " >>");
 }
 
@@ -72,10 +75,11 @@ void PdfFile::addColourPage(const QColor& colour, QSize points)
 
 void PdfFile::addImagePage(const QByteArray& filter, const QByteArray& data, QSize pixels)
 {
-    const int image = addStream("/Type /XObject /Subtype /Image /ColorSpace /DeviceRGB /BitsPerComponent 8 /Width " +
-                                    QByteArray::number(pixels.width()) + " /Height " +
-                                    QByteArray::number(pixels.height()) + " /Filter /" + filter,
-                                data);
+    const int image =
+        addStream("/Type /XObject /Subtype /Image /ColorSpace /DeviceRGB /BitsPerComponent 8 /Width " +
+                      QByteArray::number(pixels.width()) + " /Height " + QByteArray::number(pixels.height()) +
+                      " /Filter /" + filter,
+                  data);
     addPage({595, 842}, "595 0 0 842 0 0 cm /I Do",
             "/Resources << /XObject << /I " + QByteArray::number(image) + " 0 R >> >>");
 }
@@ -89,9 +93,11 @@ void PdfFile::setOutline(const QString& title, int page, const QString& below, i
 {
     const auto number = [](int value) { return QByteArray::number(value); };
     const int root = m_objects.size() + 1;
-    add("<< /Type /Outlines /First " + number(root + 1) + " 0 R /Last " + number(root + 1) + " 0 R /Count 1 >>");
-    add("<< /Title <FEFF" + utf16Hex(title) + "> /Parent " + number(root) + " 0 R /First " + number(root + 2) +
-        " 0 R /Last " + number(root + 2) + " 0 R /Count 1 /Dest [" + number(m_kids[page]) + " 0 R /Fit] >>");
+    add("<< /Type /Outlines /First " + number(root + 1) + " 0 R /Last " + number(root + 1) +
+        " 0 R /Count 1 >>");
+    add("<< /Title <FEFF" + utf16Hex(title) + "> /Parent " + number(root) + " 0 R /First " +
+        number(root + 2) + " 0 R /Last " + number(root + 2) + " 0 R /Count 1 /Dest [" + number(m_kids[page]) +
+        " 0 R /Fit] >>");
     add("<< /Title <FEFF" + utf16Hex(below) + "> /Parent " + number(root + 1) + " 0 R /Dest [" +
         number(m_kids[belowPage]) + " 0 R /XYZ 0 421 null] >>");
     m_catalogMore = " /Outlines " + number(root) + " 0 R";
@@ -112,8 +118,8 @@ QByteArray PdfFile::bytes() const
         file += QByteArray::number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
     }
     const QByteArray start = QByteArray::number(file.size()), count = QByteArray::number(objects.size() + 1);
-    return file + "xref\n0 " + count + "\n0000000000 65535 f \n" + table + "trailer\n<< /Size " + count + " /Root " +
-           QByteArray::number(objects.size()) + " 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
+    return file + "xref\n0 " + count + "\n0000000000 65535 f \n" + table + "trailer\n<< /Size " + count +
+           " /Root " + QByteArray::number(objects.size()) + " 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
 }
 
 bool PdfFile::save(const QString& name) const

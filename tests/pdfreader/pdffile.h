@@ -7,7 +7,8 @@
 #include <QSize>
 #include <QString>
 
-// A PDF file written object by object, so that a test knows where each character stands and can break what it wants.
+// A PDF file written object by object, so that a test knows where each character stands and can break what it
+// wants.
 class PdfFile
 {
 public:

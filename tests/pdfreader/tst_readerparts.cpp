@@ -46,7 +46,8 @@ PageTextPtr TstReaderParts::read(const PdfFile& file)
     return PageText::read(*document.page(0));
 }
 
-// Recognised text: every character in a box of its own, with gaps that are none; a real blank is as wide as a character.
+// Recognised text: every character in a box of its own, with gaps that are none; a real blank is as wide as a
+// character.
 void TstReaderParts::textIsFoundAsItIsRead()
 {
     PdfFile file;
@@ -65,7 +66,8 @@ void TstReaderParts::textIsFoundAsItIsRead()
     QCOMPARE(found.size(), 1);
     const QVector<QRectF> areas = text->areas(found[0]);
     QCOMPARE(areas.size(), 2);
-    QVERIFY2(std::abs(areas[0].left() - 140) < 1 && std::abs(areas[0].right() - 167) < 1, qPrintable(QString::number(areas[0].left())));
+    QVERIFY2(std::abs(areas[0].left() - 140) < 1 && std::abs(areas[0].right() - 167) < 1,
+             qPrintable(QString::number(areas[0].left())));
     QVERIFY(std::abs(areas[1].left() - 50) < 1 && areas[1].top() > areas[0].bottom());
     QVERIFY(areas[0].top() > 85 && areas[0].bottom() < 106);
     QCOMPARE(findAll(text->text(), "annual report").size(), 1);
@@ -74,11 +76,14 @@ void TstReaderParts::textIsFoundAsItIsRead()
 void TstReaderParts::selectionFollowsTheLines()
 {
     PdfFile file;
-    file.addTextPage({{50, 100, "第一行文字", 12}, {50, 120, "第二行，文字", 12}, {50, 140, "第三行", 12}, {50, 700, "𠮷end", 12}});
+    file.addTextPage({{50, 100, "第一行文字", 12},
+                      {50, 120, "第二行，文字", 12},
+                      {50, 140, "第三行", 12},
+                      {50, 700, "𠮷end", 12}});
     const PageTextPtr text = read(file);
     QVERIFY(text);
     TextSelection selection;
-    selection.start(0, text, {75, 96});  // after 第一
+    selection.start(0, text, {75, 96}); // after 第一
     QVERIFY(selection.isEmpty());
     selection.extend({87, 136}); // after 第三行, which ends at 86
     QCOMPARE(selection.text(), QString("行文字\n第二行，文字\n第三行"));
@@ -102,7 +107,8 @@ void TstReaderParts::aTurnedPageHasItsTextInPlace()
     const PageTextPtr text = read(file);
     QCOMPARE(findAll(text->text(), "横页").size(), 1);
     const QRectF area = text->areas({0, 2}).value(0);
-    QVERIFY2(QRectF(590, 95, 40, 50).contains(area.center()), qPrintable(QString("%1 %2").arg(area.center().x()).arg(area.center().y())));
+    QVERIFY2(QRectF(590, 95, 40, 50).contains(area.center()),
+             qPrintable(QString("%1 %2").arg(area.center().x()).arg(area.center().y())));
 }
 
 void TstReaderParts::searchFolds_data()
@@ -110,14 +116,23 @@ void TstReaderParts::searchFolds_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("wanted");
     QTest::addColumn<QStringList>("found");
-    QTest::newRow("case, width") << "ABC ａｂｃ aBc" << "abc" << QStringList{"ABC", "ａｂｃ", "aBc"};
-    QTest::newRow("ligature, radical") << "oﬃce ⽂件" << "office" << QStringList{"oﬃce"};
-    QTest::newRow("radical") << "⽂件文件" << "文件" << QStringList{"⽂件", "文件"};
-    QTest::newRow("blanks of Latin count") << "to day today to\nday" << "to  day" << QStringList{"to day", "to\nday"};
-    QTest::newRow("blanks of Chinese do not") << "中 文\n字 abc" << "文字abc" << QStringList{"文\n字 abc"};
-    QTest::newRow("not overlapping") << "哈哈哈哈哈" << "哈哈" << QStringList{"哈哈", "哈哈"};
-    QTest::newRow("beyond 16 bits") << "a𠮷b𠮷" << "𠮷" << QStringList{"𠮷", "𠮷"};
-    QTest::newRow("blank") << "a b" << " \n" << QStringList{};
+    QTest::newRow("case, width") << "ABC ａｂｃ aBc"
+                                 << "abc" << QStringList{"ABC", "ａｂｃ", "aBc"};
+    QTest::newRow("ligature, radical") << "oﬃce ⽂件"
+                                       << "office" << QStringList{"oﬃce"};
+    QTest::newRow("radical") << "⽂件文件"
+                             << "文件" << QStringList{"⽂件", "文件"};
+    QTest::newRow("blanks of Latin count") << "to day today to\nday"
+                                           << "to  day" << QStringList{"to day", "to\nday"};
+    QTest::newRow("blanks of Chinese do not") << "中 文\n字 abc"
+                                              << "文字abc" << QStringList{"文\n字 abc"};
+    QTest::newRow("not overlapping") << "哈哈哈哈哈"
+                                     << "哈哈" << QStringList{"哈哈", "哈哈"};
+    QTest::newRow("beyond 16 bits") << "a𠮷b𠮷"
+                                    << "𠮷" << QStringList{"𠮷", "𠮷"};
+    QTest::newRow("blank") << "a b"
+                           << " \n"
+                           << QStringList{};
 }
 
 void TstReaderParts::searchFolds()
@@ -181,7 +196,8 @@ void TstReaderParts::pagesStandBelowEachOther()
 
 void TstReaderParts::tilesCoverWhatIsSeen()
 {
-    QCOMPARE(tilesOf(3, {2000, 3000}, {0, 0, 10, 10}), (QVector<TileKey>{{3, {2000, 3000}, {0, 0, 2000, 3000}}}));
+    QCOMPARE(tilesOf(3, {2000, 3000}, {0, 0, 10, 10}),
+             (QVector<TileKey>{{3, {2000, 3000}, {0, 0, 2000, 3000}}}));
     const QRect seen(1900, 3900, 1000, 800);
     QRegion covered;
     for (const TileKey& tile : tilesOf(0, {6000, 8000}, seen)) {
@@ -203,7 +219,8 @@ void TstReaderParts::theCacheKeepsItsBound()
         QVERIFY(cache.bytes() <= RenderCache::kLeastBound);
     }
     QVERIFY(cache.bytes() > RenderCache::kLeastBound / 2);
-    QVERIFY(cache.find({99, size, QRect({}, size)}) != nullptr && cache.find({0, size, QRect({}, size)}) == nullptr);
+    QVERIFY(cache.find({99, size, QRect({}, size)}) != nullptr &&
+            cache.find({0, size, QRect({}, size)}) == nullptr);
     QVERIFY(cache.standIn(98) != nullptr && cache.standIn(0) == nullptr);
     QCOMPARE(cache.faultOf(3), QString("damaged")); // known although its picture is gone
     cache.setSeen(400LL << 20);
@@ -256,7 +273,8 @@ void TstReaderParts::aPrintedFileHasItsPages()
     for (int page = 0; page < 2; ++page) {
         const QColor colour = printed.page(page)->renderToImage(36, 36).pixelColor(100, 100);
         const QColor wanted = page == 0 ? Qt::green : Qt::blue;
-        QVERIFY(std::abs(colour.green() - wanted.green()) < 8 && std::abs(colour.blue() - wanted.blue()) < 8 && colour.red() < 8);
+        QVERIFY(std::abs(colour.green() - wanted.green()) < 8 &&
+                std::abs(colour.blue() - wanted.blue()) < 8 && colour.red() < 8);
     }
     order.printer = std::make_shared<QPrinter>();
     order.printer->setOutputFileName("/nowhere/printed.pdf");
