@@ -73,12 +73,13 @@ void EffectPreview::request(Work work)
 void EffectPreview::begin()
 {
     m_busy = true;
-    const QString folder = m_folder.path() + QLatin1Char('/');
+    const QString folder = m_folder.isValid() ? m_folder.path() + QLatin1Char('/') : QString();
     m_pool.start([this, folder, work = std::exchange(m_waiting, nullptr)] {
+        const bool usable = !folder.isEmpty(); // else there is no place for files
         const SamplePage last = lastPage();
-        const SamplePage sample = last.good() ? last : drawnSample(folder);
+        const SamplePage sample = last.good() || !usable ? last : drawnSample(folder);
         const QImage before(sample.detail);
-        const Result after = sample.good() ? work(sample, folder) : Result();
+        const Result after = sample.good() && usable ? work(sample, folder) : Result();
         QMetaObject::invokeMethod(
             this, [=] { finished(before, after, !last.good()); }, Qt::QueuedConnection);
     });
