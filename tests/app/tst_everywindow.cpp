@@ -119,8 +119,8 @@ private:
         button->click();
         timer.stop();
         for (QWidget* other : QApplication::topLevelWidgets())
-            if (other->isVisible() && other != m_window.get() && !other->isModal() && !m_seen.isEmpty() &&
-                other->isWindow() && other != button->window() && other->windowType() == Qt::Window)
+            if (other->isVisible() && other != m_window.get() && !other->isModal() && other->isWindow() &&
+                other != button->window() && other->windowType() == Qt::Window)
                 visit(other);
         return entries;
     }
