@@ -58,6 +58,8 @@ QWidget* TemplatePage::panelFor(Function function) const
 
 FunctionControls& TemplatePage::controlsOf(Function function)
 {
+    if (FolderPanel* panel = folderPanel(function))
+        return panel->functionControls();
     if (function == Function::Pdf && pdf)
         return pdf->functionControls();
     return function == Function::Ocr && ocr ? ocr->functionControls() : *this;
@@ -70,7 +72,6 @@ void TemplatePage::readIni()
     GroupScope scope(*file, groups.scan);
     showApplications(readInt(*file, keys::App));
     settings->read(*file);
-    showSaveFolder();
 }
 
 bool TemplatePage::writeIni()
@@ -84,10 +85,43 @@ bool TemplatePage::writeIni()
     return saveSettings(*file);
 }
 
-void TemplatePage::showSaveFolder()
+FolderPanel* TemplatePage::folderPanel(Function function) const
 {
-    for (FolderPanel* panel : {copy, email, file, ftp}) {
-        if (panel)
-            panel->setFolder(saveFolder());
+    return qobject_cast<FolderPanel*>(panelFor(function));
+}
+
+void TemplatePage::readFolderPanels()
+{
+    for (FolderPanel* panel : {copy, email, file, ftp})
+        panel->readIni();
+}
+
+bool TemplatePage::writeFunction(Function function)
+{
+    if (function == Function::Pdf)
+        return isScanPage ? pdf->scanWriteIni() : pdf->fileWriteIni();
+    if (function == Function::Ocr)
+        return isScanPage ? ocr->scanWriteIni() : ocr->fileWriteIni();
+    FolderPanel* panel = folderPanel(function);
+    return panel ? panel->writeIni() : writeIni();
+}
+
+bool TemplatePage::writeAll()
+{
+    bool saved = true;
+    for (const Function function : scanPageFunctions())
+        saved = writeFunction(function) && saved;
+    return saved;
+}
+
+bool TemplatePage::matches(QSettings& main, const QSettings& path)
+{
+    for (const FolderPanel* panel : {copy, email, file, ftp}) {
+        if (!panel->matches(main, path))
+            return false;
     }
+    if (!pdf->matches(main, path) || !ocr->matches(main, path) || !applicationsMatch(main))
+        return false;
+    const GroupScope scope(main, groups.scan);
+    return settings->matches(main);
 }

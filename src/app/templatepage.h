@@ -9,6 +9,7 @@
 class FolderPanel;
 class QComboBox;
 class QLabel;
+class QSettings;
 class QWidget;
 class ScanPageSettings;
 class ocrpanel;
@@ -43,10 +44,16 @@ public:
     // The controls that scan for a function: a panel's own ones or the page's.
     FunctionControls& controlsOf(Function function);
 
+    // The panel of a function that scans to pictures with its own settings; null for the others.
+    FolderPanel* folderPanel(Function function) const;
+
     // Reads and writes the page's own function and its application list.
     void readIni();
     bool writeIni();
-
-    // The panels that list the saved files follow the save folder.
-    void showSaveFolder();
+    void readFolderPanels();
+    // Writes the settings of one function, or of all that the page has.
+    bool writeFunction(Function function);
+    bool writeAll();
+    // Whether reading the page and its panels from these two files would leave all controls as they are.
+    bool matches(QSettings& main, const QSettings& path);
 };

@@ -3,11 +3,14 @@
 
 #include "app/globals.h"
 #include "app/pagecontrols.h"
+#include "app/templatemark.h"
 #include "config/factory.h"
+#include "config/folderrights.h"
 #include "config/keys.h"
 #include "config/paths.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "config/templatearchive.h"
 #include "config/templates.h"
 #include "device/cancelflag.h"
 #include "device/functionalapp.h"
@@ -50,8 +53,12 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
     createFunctionPanels(*m_scanPage);
     createFunctionPanels(*m_filePage);
     createWholeSet();
+    selectStartTemplate();
     restoreShellState();
     scanReadIni();
+    m_wholeSet->readIni();
+    createTemplateControls();
+    m_mark->look();
 
     scan = 0;
     imageConnection = 0;
@@ -60,6 +67,8 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
     connectProgress();
     startWatcher();
     showMessageOnWindow(1, tr("状态监视器启动"), tr("状态监视器启动成功！"));
+    if (const QString problem = folderRightsProblem(); !problem.isEmpty())
+        notice(problem);
 }
 
 Widget::~Widget()
@@ -97,13 +106,13 @@ void Widget::createPages()
 
 void Widget::createFunctionPanels(TemplatePage& page)
 {
-    page.copy = new copyPanel(this);
-    page.email = new EmailPanel(this);
-    page.file = new filepanel(this);
     const QString group = page.isScanPage ? QStringLiteral("Scan") : QStringLiteral("File");
+    page.copy = new copyPanel(group, this);
+    page.email = new EmailPanel(group, this);
+    page.file = new filepanel(group, this);
     page.ocr = new ocrpanel(group, *this, this);
     page.pdf = new pdfpanel(group, *this, this);
-    page.ftp = new ftppanel(this);
+    page.ftp = new ftppanel(group, this);
     const std::initializer_list<QWidget*> panels{page.copy, page.email, page.file,
                                                  page.ocr,  page.pdf,   page.ftp};
     for (QWidget* panel : panels) {
@@ -133,9 +142,6 @@ void Widget::restoreShellState()
     select(ui->templetBtncomboBox, readInt(*file, keys::FileModel));
     ui->scanDescribeLabel->setText(readText(*file, keys::scanDescirbe));
     ui->fileDescribeLabel->setText(readText(*file, keys::fileDescirbe));
-    if (file->contains(QLatin1String(keys::paraTemplete)))
-        select(ui->templateComboBox, readInt(*file, keys::paraTemplete));
-    qDebug().noquote() << ui->templateComboBox->currentText();
     selectPage(readInt(*file, keys::modeBtn) != 0 ? *m_filePage : *m_scanPage);
 }
 
@@ -173,6 +179,13 @@ TemplatePage& Widget::selectedPage() const
 TemplatePage& Widget::workPage() const
 {
     return m_batchPage ? *m_batchPage : selectedPage();
+}
+
+FunctionControls& Widget::workControls() const
+{
+    TemplatePage& page = workPage();
+    FolderPanel* panel = page.folderPanel(m_batchPage ? m_batchFunction : page.function());
+    return panel ? panel->functionControls() : page;
 }
 
 // Shows one page's function controls and hides the other's.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/desktopnotifier.h"
 #include "app/functions.h"
 #include "app/templatepage.h"
 #include "forms/functionhost.h"
@@ -20,6 +21,8 @@ class QMenu;
 class QProcess;
 class QSettings;
 class FunctionalApp;
+class TemplateArchive;
+class TemplateMark;
 class readBtn;
 class scanThread;
 class wholesetpanel;
@@ -169,11 +172,26 @@ private:
     void restoreShellState();
     void connectProgress();
     void createWholeSet();
+    void createTemplateControls();
+    void selectStartTemplate();
     void startWatcher();
     void selectPage(TemplatePage& page);
     void selectFunction(TemplatePage& page, int index);
     TemplatePage& selectedPage() const;
     TemplatePage& workPage() const; // the batch's page, else the selected one
+    // The controls of the window's own scan function: the page's, or those of the panel that it scans for.
+    FunctionControls& workControls() const;
+
+    // templates (widget_templates.cpp)
+    void askTemplateName(const QString& proposal, void (Widget::*then)(const QString&));
+    void loadSelected();
+    void importTemplate();
+    Q_INVOKABLE void importTemplateFile(const QString& file);
+    void storeImported(const QString& name);
+    void exportTemplate();
+    void restoreFactoryTemplate();
+    bool refuseDuringJob();
+    bool differsFromTemplate(const QString& name) const;
 
     // dialogs (widget_settings.cpp)
     void editApplication(TemplatePage& page, bool append);
@@ -183,7 +201,7 @@ private:
     // a batch (widget_scan.cpp)
     void startScan(TemplatePage& page, Function function);
     bool beginJob(TemplatePage& page, Function function);
-    void startOwnScan(TemplatePage& page);
+    void startOwnScan();
     void connectOwnPageSlot();
     void dropReceivers();
     void rescueLeftovers();
@@ -199,7 +217,11 @@ private:
     void sendProgress(const QString& text);
     void showProgress(const QString& text);
     void setScanControls(bool enabled);
+    void showTrayBalloon(const DesktopNotifier::Message& message);
+    // Where the desktop has a notification service the message appears there, else at the tray icon.
+    void showBalloon(const DesktopNotifier::Message& message);
     void notice(const QString& text); // status line and a balloon of its own
+    void showStatus(const QString& text);
     void hideOrMinimise();
     PagePipeline pipeline();
 
@@ -222,6 +244,7 @@ private:
     std::unique_ptr<TemplatePage> m_scanPage;
     std::unique_ptr<TemplatePage> m_filePage;
     TemplatePage* m_batchPage = nullptr;
+    Function m_batchFunction = Function::Scan;
     const QWidget* m_startingPanel = nullptr; // the window has begun a job for it that is not scanning yet
     QMetaObject::Connection m_pageSlot;       // the one receiver of the scan thread's end
     ImageConvertFunction m_library;
@@ -234,8 +257,14 @@ private:
     bool m_preview = false;
     bool m_leftCancelledPages = false;
     QString m_template; // the template that applying refreshes
+    TemplateMark* m_mark = nullptr;
+    std::unique_ptr<TemplateArchive> m_imported; // waits for its name
+    QAction* m_importAction = nullptr;
+    QAction* m_exportAction = nullptr;
+    QAction* m_factoryAction = nullptr;
 
     QSystemTrayIcon* m_tray = nullptr;
+    DesktopNotifier* m_notifier = nullptr;
     QMenu* m_trayMenu = nullptr;
     QAction* m_minimizeAction = nullptr;
     QAction* m_showAction = nullptr;

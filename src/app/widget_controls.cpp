@@ -25,8 +25,7 @@ void Widget::on_deletePushButton_5_clicked()
 
 void Widget::on_savePushButton_5_clicked()
 {
-    if (editSaveRules(*m_scanPage, this))
-        m_scanPage->showSaveFolder();
+    editSaveRules(*m_scanPage, this);
 }
 
 void Widget::on_revolvesetPushButton_5_clicked()
@@ -149,8 +148,7 @@ void Widget::on_deletePushButton_clicked()
 
 void Widget::on_savePushButton_clicked()
 {
-    if (editSaveRules(*m_filePage, this))
-        m_filePage->showSaveFolder();
+    editSaveRules(*m_filePage, this);
 }
 
 void Widget::on_revolvesetPushButton_clicked()

@@ -198,13 +198,3 @@ void Widget::showPages(int done, int count)
     ui->progressBar->setFormat(QStringLiteral("%1 / %2").arg(qMin(done + 1, count)).arg(count));
     ui->progressBar->setVisible(done < count);
 }
-
-void Widget::showSummary(const QString& summary)
-{
-    if (m_notices.hasProblems())
-        notice(summary);
-    else
-        ui->statusLabel->setText(summary);
-    ui->statusLabel->setToolTip(m_notices.hasProblems() ? m_notices.problems() : summary);
-    qInfo().noquote() << "status:" << summary;
-}

@@ -33,12 +33,12 @@ PagePipeline Widget::pipeline()
 
 MagickWand* Widget::imageBasicProcess(MagickWand* image)
 {
-    return pipeline().basicProcess(image, workPage().pageOptions(m_preview), true);
+    return pipeline().basicProcess(image, workControls().pageOptions(m_preview), true);
 }
 
 PageResult Widget::imageProcess(const char* pageFile)
 {
-    const PageOptions options = workPage().pageOptions(m_preview);
+    const PageOptions options = workControls().pageOptions(m_preview);
     PageResult result;
     runWithEvents([&] { result = pipeline().processPage(QFile::decodeName(pageFile), options); });
     return result;
@@ -46,7 +46,7 @@ PageResult Widget::imageProcess(const char* pageFile)
 
 PageResult Widget::imageAppendProcess(const char* frontFile, const char* backFile)
 {
-    const PageOptions options = workPage().pageOptions(m_preview);
+    const PageOptions options = workControls().pageOptions(m_preview);
     PageResult result;
     runWithEvents([&] {
         result = pipeline().processSheet(QFile::decodeName(frontFile), QFile::decodeName(backFile), options);
@@ -57,29 +57,29 @@ PageResult Widget::imageAppendProcess(const char* frontFile, const char* backFil
 bool Widget::delBlankImage(MagickWand* image, QSettings& settings)
 {
     PageOptions options;
-    readPipelineSettings(options, settings, {workPage().groups.paperSize, workPage().groups.deNoise, {}},
-                         false);
+    readPipelineSettings(options, settings,
+                         {workControls().groups.paperSize, workControls().groups.deNoise, {}}, false);
     return pipeline().isBlank(image, options);
 }
 
 MagickWand* Widget::scanImageColorModeTransform(MagickWand* image)
 {
-    return pipeline().convertColorMode(image, workPage().pageOptions(m_preview));
+    return pipeline().convertColorMode(image, workControls().pageOptions(m_preview));
 }
 
 MagickWand* Widget::widgetImageRGBtoWB(MagickWand* image)
 {
-    return m_library.imageRGBtoWB(image, workPage().pageOptions(m_preview).blackWhiteThreshold);
+    return m_library.imageRGBtoWB(image, workControls().pageOptions(m_preview).blackWhiteThreshold);
 }
 
 MagickWand* Widget::delWBNoise(MagickWand* image)
 {
-    return pipeline().removeNoise(image, workPage().pageOptions(m_preview));
+    return pipeline().removeNoise(image, workControls().pageOptions(m_preview));
 }
 
 MagickWand* Widget::setImageCompress(MagickWand* image, const QString& saveType, QSettings& settings)
 {
-    const ScanPageLogic& logic = *workPage().logic;
+    const ScanPageLogic& logic = *workControls().logic;
     const auto mode = static_cast<ColorMode>(logic.colorMode());
     const std::optional<QString> value = compressionValue(settings, mode, logic.fileFormat());
     return value ? m_library.imageCompress(image, saveType, *value) : image;
@@ -87,12 +87,12 @@ MagickWand* Widget::setImageCompress(MagickWand* image, const QString& saveType,
 
 QString Widget::getImageName()
 {
-    return takeImageName(workPage().groups.scan, m_preview);
+    return takeImageName(workControls().groups.scan, m_preview);
 }
 
 const char* Widget::getSaveType() const
 {
-    return saveTypeWord(workPage().logic->fileFormat());
+    return saveTypeWord(workControls().logic->fileFormat());
 }
 
 int Widget::getRealRotation(const std::string& path) const

@@ -125,7 +125,7 @@ void Widget::startScan(TemplatePage& page, Function function)
             page.pdf->scanButtonClicked();
         return;
     default:
-        startOwnScan(page);
+        startOwnScan();
         return;
     }
 }
@@ -140,6 +140,7 @@ bool Widget::beginJob(TemplatePage& page, Function function)
     }
     m_jobRunning = true;
     m_batchPage = &page;
+    m_batchFunction = function;
     m_startingPanel = page.panelFor(function);
     m_notices.clear();
     setScanControls(false);
@@ -174,14 +175,15 @@ bool Widget::confirmPrefix(const QString& group)
     return saveSettings(*file);
 }
 
-void Widget::startOwnScan(TemplatePage& page)
+void Widget::startOwnScan()
 {
     connectOwnPageSlot();
+    const FunctionControls& function = workControls();
     ScanParameters parameters;
-    parameters.resolution = page.logic->scanResolution();
-    parameters.source = page.logic->sourceNumber();
-    parameters.paper = page.logic->paperCode();
-    parameters.continuous = page.logic->isOn(page.controls.contiScan);
+    parameters.resolution = function.logic->scanResolution();
+    parameters.source = function.logic->sourceNumber();
+    parameters.paper = function.logic->paperCode();
+    parameters.continuous = function.logic->isOn(function.controls.contiScan);
     startThread(parameters);
 }
 
@@ -210,7 +212,7 @@ void Widget::processPageFiles()
     if (files.isEmpty())
         return;
     if (!m_preview) {
-        const SaveFolder folder = prepareSaveFolder(workPage().saveFolder());
+        const SaveFolder folder = prepareSaveFolder(workControls().saveFolder());
         if (!folder.good()) {
             m_notices.addFault(tr("%1，已扫描的页面已保留").arg(folder.problem));
             return;
@@ -218,7 +220,7 @@ void Widget::processPageFiles()
     }
     PageBatch batch;
     batch.announce = [this](int number) { sendProgress(tr("正在处理第%1张图像").arg(number)); };
-    batch.options = [this] { return workPage().pageOptions(m_preview); };
+    batch.options = [this] { return workControls().pageOptions(m_preview); };
     batch.page = [this](const QString& page) { return imageProcess(QFile::encodeName(page).constData()); };
     batch.sheet = [this](const QString& front, const QString& back) {
         return imageAppendProcess(QFile::encodeName(front).constData(), QFile::encodeName(back).constData());
@@ -251,9 +253,9 @@ void Widget::finishBatch()
     if (preview)
         showPreviews();
     else
-        renameSaved(workPage().groups.scan);
-    TemplatePage& page = workPage();
-    const NamingRules rules = page.namingRules();
+        renameSaved(workControls().groups.scan);
+    const FunctionControls& function = workControls();
+    const NamingRules rules = function.namingRules();
     if (!preview && rules.finishStartApp && !m_notices.saved().isEmpty()) {
         const QFileInfo last(m_notices.saved().last());
         if (!m_library.imageStartExe(
@@ -261,7 +263,7 @@ void Widget::finishBatch()
                 last.suffix().toLatin1().constData(), rules.appName.toUtf8().constData()))
             m_notices.addProblem(tr("无法启动程序 %1").arg(rules.appName));
     }
-    showSummary(preview ? tr("预览完成") : m_notices.summary(page.saveFolder()));
+    showSummary(preview ? tr("预览完成") : m_notices.summary(function.saveFolder()));
     sendProgress(progress::kFinished);
     endJob();
 }

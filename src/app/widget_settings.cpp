@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Settings, templates and the dialogs that edit them.
+// Settings and the dialogs that edit them.
 #include "app/widget.h"
 
 #include "app/globals.h"
+#include "app/templatemark.h"
 #include "config/applicationlist.h"
 #include "config/factory.h"
 #include "config/installroot.h"
@@ -15,6 +16,7 @@
 #include "device/stateinfopanel.h"
 #include "device/statetexts.h"
 #include "forms/append.h"
+#include "forms/panels.h"
 #include "forms/scanpagelogic.h"
 #include "forms/wholesetpanel.h"
 #include "ocr/ocrpanel.h"
@@ -39,6 +41,8 @@ void Widget::setDefaultValue()
         page.pdf->setDefaultValue();
     else if (page.function() == Function::Ocr)
         page.ocr->ocrSetDefaultValue();
+    else if (FolderPanel* panel = page.folderPanel(page.function()))
+        panel->setDefaultValue();
     else
         page.logic->setDefaults();
     const auto pathFile = openPathSettings();
@@ -63,6 +67,8 @@ void Widget::scanReadIni()
     m_filePage->pdf->fileReadIni();
     m_scanPage->ocr->scanReadIni();
     m_filePage->ocr->fileReadIni();
+    m_scanPage->readFolderPanels();
+    m_filePage->readFolderPanels();
 }
 
 void Widget::applySettings()
@@ -77,50 +83,12 @@ void Widget::applySettings()
         file->setValue(QLatin1String(keys::modeBtn), page.isScanPage ? 0 : 1);
         saved = saveSettings(*file);
     }
-    if (page.function() == Function::Scan)
-        saved = page.writeIni() && saved;
-    else if (page.function() == Function::Pdf)
-        saved = (page.isScanPage ? page.pdf->scanWriteIni() : page.pdf->fileWriteIni()) && saved;
-    else if (page.function() == Function::Ocr)
-        saved = (page.isScanPage ? page.ocr->scanWriteIni() : page.ocr->fileWriteIni()) && saved;
+    saved = page.writeFunction(page.function()) && saved;
     saved = storeTemplate(m_template) && saved;
     if (!saved)
         notice(tr("设置无法保存，请检查 %1 的写入权限").arg(installRoot()));
+    m_mark->lookSoon();
 }
-
-void Widget::updateTemplete(const QString& current)
-{
-    ui->templateComboBox->clear();
-    qDebug() << "scanModeFile files--lg";
-    ui->templateComboBox->addItems(templateNames());
-    currentTemplete(current);
-    qDebug().noquote() << "currentText is " << ui->templateComboBox->currentText();
-    qDebug() << "now is update Templete";
-}
-
-void Widget::currentTemplete(const QString& name)
-{
-    const int index = ui->templateComboBox->findText(name);
-    if (index >= 0)
-        ui->templateComboBox->setCurrentIndex(index);
-}
-
-void Widget::newTemplate(const QString& name)
-{
-    if (!isSafeTemplateName(name)) {
-        notice(tr("模板名称不能包含空格或特殊字符"));
-        return;
-    }
-    ui->templateComboBox->addItem(name);
-    currentTemplete(name);
-    m_template = name;
-    applySettings();
-}
-
-// The template buttons stay disabled until there is a dialog to name one.
-void Widget::on_saveBtn_clicked() {}
-void Widget::on_loadBtn_clicked() {}
-void Widget::on_delBtn_clicked() {}
 
 void Widget::on_wholesetPushButton_clicked()
 {

@@ -8,9 +8,13 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDeadlineTimer>
+#include <QDebug>
+#include <QDesktopServices>
+#include <QFileInfo>
 #include <QMenu>
 #include <QStyle>
 #include <QThread>
+#include <QUrl>
 
 namespace {
 
@@ -62,6 +66,24 @@ void Widget::createTrayIcon()
     m_tray->setContextMenu(m_trayMenu);
     connect(m_tray, &QSystemTrayIcon::activated, this, &Widget::iconActivated);
     setIcon(1);
+
+    m_notifier = new DesktopNotifier(this);
+    connect(m_notifier, &DesktopNotifier::failed, this, &Widget::showTrayBalloon);
+    connect(m_notifier, &DesktopNotifier::folderWanted, this,
+            [](const QString& folder) { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
+}
+
+void Widget::showTrayBalloon(const DesktopNotifier::Message& message)
+{
+    m_tray->showMessage(message.title, message.text, message.icon, message.milliseconds);
+}
+
+void Widget::showBalloon(const DesktopNotifier::Message& message)
+{
+    if (m_notifier->isAvailable())
+        m_notifier->show(message);
+    else
+        showTrayBalloon(message);
 }
 
 void Widget::waitForTray(int milliseconds)
@@ -109,23 +131,29 @@ QSystemTrayIcon::MessageIcon iconOfKind(const QComboBox* types, int kind)
 
 void Widget::showMessage()
 {
-    m_tray->showMessage(m_lastTitle, m_lastText, iconOfKind(ui->typeComboBox, m_lastKind), kStateBalloonMs);
+    showBalloon({m_lastTitle, m_lastText, iconOfKind(ui->typeComboBox, m_lastKind), kStateBalloonMs, {}});
 }
 
 void Widget::iconActivated(QSystemTrayIcon::ActivationReason reason)
 {
     switch (reason) {
     case QSystemTrayIcon::Trigger:
-        m_tray->showMessage(tr("提示"), tr("请双击或右键打开主界面"),
-                            iconOfKind(ui->typeComboBox, m_lastKind), kHintBalloonMs);
+        showBalloon({tr("提示"),
+                     tr("请双击或右键打开主界面"),
+                     iconOfKind(ui->typeComboBox, m_lastKind),
+                     kHintBalloonMs,
+                     {}});
         break;
     case QSystemTrayIcon::DoubleClick:
         // Before the first report about the scanner nothing is known against it.
         if (m_connected || m_onlineState == 0)
             showNormal();
         else
-            m_tray->showMessage(tr("警告"), tr("扫描仪尚未连接"), iconOfKind(ui->typeComboBox, m_lastKind),
-                                kHintBalloonMs);
+            showBalloon({tr("警告"),
+                         tr("扫描仪尚未连接"),
+                         iconOfKind(ui->typeComboBox, m_lastKind),
+                         kHintBalloonMs,
+                         {}});
         break;
     case QSystemTrayIcon::MiddleClick:
         showMessage();
@@ -168,7 +196,27 @@ void Widget::hideOrMinimise()
 
 void Widget::notice(const QString& text)
 {
+    showStatus(text);
+    showBalloon({tr("提示"), text, QSystemTrayIcon::Information, kHintBalloonMs, {}});
+}
+
+void Widget::showSummary(const QString& summary)
+{
+    const bool problems = m_notices.hasProblems();
+    showStatus(summary);
+    if (problems)
+        ui->statusLabel->setToolTip(m_notices.problems());
+    qInfo().noquote() << "status:" << summary;
+    DesktopNotifier::Message message{tr("提示"), summary, QSystemTrayIcon::Information, kHintBalloonMs, {}};
+    if (!m_notices.saved().isEmpty())
+        message.folder = QFileInfo(m_notices.saved().last()).path();
+    // A balloon has no action: without problems it would only repeat the status line.
+    if (m_notifier->isAvailable() || problems)
+        showBalloon(message);
+}
+
+void Widget::showStatus(const QString& text)
+{
     ui->statusLabel->setText(text);
     ui->statusLabel->setToolTip(text);
-    m_tray->showMessage(tr("提示"), text, QSystemTrayIcon::Information, kHintBalloonMs);
 }

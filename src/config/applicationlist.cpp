@@ -15,6 +15,11 @@ QString commandGroup(const QString& group)
     return group + QLatin1String("_exec");
 }
 
+QString iconGroup(const QString& group)
+{
+    return group + QLatin1String("_icon");
+}
+
 // Position of a key; keys that are no number come last.
 qulonglong position(const QString& key)
 {
@@ -45,16 +50,20 @@ std::vector<AppEntry> readApplications(QSettings& settings, const QString& group
         for (const QString& name : names)
             list.push_back({textOf(settings, name), QString()});
     }
-    const GroupScope scope(settings, commandGroup(group));
-    for (int i = 0; i < names.size(); ++i)
-        list[std::size_t(i)].command = textOf(settings, names[i]);
+    const auto readColumn = [&](const QString& columnGroup, QString AppEntry::*column) {
+        const GroupScope scope(settings, columnGroup);
+        for (int i = 0; i < names.size(); ++i)
+            list[std::size_t(i)].*column = textOf(settings, names[i]);
+    };
+    readColumn(commandGroup(group), &AppEntry::command);
+    readColumn(iconGroup(group), &AppEntry::icon);
     return list;
 }
 
 void writeApplications(QSettings& settings, const QString& group, const std::vector<AppEntry>& list)
 {
     const int stale = int(list.size()) + 2 * deletions;
-    for (const QString& name : {group, commandGroup(group)}) {
+    for (const QString& name : {group, commandGroup(group), iconGroup(group)}) {
         const GroupScope scope(settings, name);
         for (int i = 0; i < stale; ++i)
             settings.remove(QString::number(i));
@@ -64,6 +73,8 @@ void writeApplications(QSettings& settings, const QString& group, const std::vec
         settings.setValue(group + key, list[i].text);
         if (!list[i].command.isEmpty())
             settings.setValue(commandGroup(group) + key, list[i].command);
+        if (!list[i].icon.isEmpty())
+            settings.setValue(iconGroup(group) + key, list[i].icon);
     }
 }
 

@@ -6,12 +6,18 @@
 #include <vector>
 
 // The applications offered for opening scanned pages: display texts in one group ("Scan_app", "File_app"),
-// the command lines in the group of the same name with "_exec" appended, under the same keys "0", "1", "2",
-// ...
+// the command lines and icons in the groups of the same name with "_exec" and "_icon" appended, under the
+// same keys "0", "1", "2", ...
 struct AppEntry
 {
     QString text;
     QString command; // program and arguments; empty: the desktop's default application
+    QString icon{};  // a name of the icon theme or an absolute path; may be empty
+
+    bool operator==(const AppEntry& other) const
+    {
+        return text == other.text && command == other.command && icon == other.icon;
+    }
 };
 
 // The list in the order of its numbers. `settings` has no group begun. Empty when the group is missing.

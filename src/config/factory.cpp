@@ -6,7 +6,9 @@
 #include "config/templates.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QHash>
+#include <QTemporaryDir>
 #include <algorithm>
 
 namespace {
@@ -40,6 +42,19 @@ bool wasCompleted(const QSettings& settings)
     return settings.contains(keys::scanDescirbe);
 }
 
+// What the first start writes.
+void writeAllFactoryValues(QSettings& settings)
+{
+    for (const SettingTable& group : settingTables()) {
+        if (!group.inPathFile && !group.group.isEmpty() && group.group != QLatin1String(groups::scanScan))
+            writeFactoryValues(settings, group);
+    }
+    writeFactoryFile(settings);
+    writeNamingValues(settings);
+    settings.setValue(keys::ScanModel, 0);
+    settings.setValue(keys::FileModel, 0);
+}
+
 bool firstStart()
 {
     const auto settings = openMainSettings();
@@ -49,35 +64,37 @@ bool firstStart()
     QHash<QString, QVariant> present;
     for (const QString& key : settings->allKeys())
         present.insert(key, settings->value(key));
-    for (const SettingTable& group : settingTables()) {
-        if (!group.inPathFile && !group.group.isEmpty() && group.group != QLatin1String(groups::scanScan))
-            writeFactoryValues(*settings, group);
-    }
-    writeFactoryFile(*settings);
-    writeNamingValues(*settings);
-    settings->setValue(keys::ScanModel, 0);
-    settings->setValue(keys::FileModel, 0);
+    writeAllFactoryValues(*settings);
     for (auto it = present.cbegin(); it != present.cend(); ++it)
         settings->setValue(it.key(), it.value());
     return saveSettings(*settings);
 }
 
-bool completePathFile()
+void completePaths(QSettings& settings)
 {
-    const auto settings = openPathSettings();
     for (const SettingTable& group : settingTables()) {
         if (!group.inPathFile)
             continue;
-        const GroupScope scope(*settings, group.group);
+        const GroupScope scope(settings, group.group);
         for (const Setting& setting : group.settings) {
-            if (!settings->contains(setting.key))
-                settings->setValue(setting.key, setting.factory);
+            if (!settings.contains(setting.key))
+                settings.setValue(setting.key, setting.factory);
         }
     }
-    return saveSettings(*settings);
 }
 
 } // namespace
+
+bool writeFactorySettings(const QString& mainFile, const QString& pathFile)
+{
+    const auto main = openSettings(mainFile);
+    const auto path = openSettings(pathFile);
+    main->clear();
+    path->clear();
+    writeAllFactoryValues(*main);
+    completePaths(*path);
+    return saveSettings(*main) && saveSettings(*path);
+}
 
 bool initializeIni()
 {
@@ -89,8 +106,25 @@ bool initializeIni()
 bool ensureFactorySettings()
 {
     bool good = firstStart();
-    good = completePathFile() && good;
+    const auto path = openPathSettings();
+    completePaths(*path);
+    good = saveSettings(*path) && good;
     if (!templateComplete(defaultTemplate))
         good = storeTemplate(defaultTemplate) && good;
     return good;
+}
+
+bool restoreDefaultTemplate()
+{
+    const QTemporaryDir folder;
+    const QStringList files{folder.filePath(QStringLiteral("main")), folder.filePath(QStringLiteral("path"))};
+    if (!writeFactorySettings(files[0], files[1]))
+        return false;
+    QByteArray contents[2];
+    for (int i = 0; i < 2; ++i) {
+        QFile file(files[i]);
+        if (file.open(QIODevice::ReadOnly))
+            contents[i] = file.readAll();
+    }
+    return putTemplate(QLatin1String(defaultTemplate), contents[0], contents[1]);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
+
 // Writes the factory values of the top-level keys and of "Scan_Scan" and empties the application list
 // "Scan_app". Other groups and keys stay. False when the file cannot be written.
 bool initializeIni();
@@ -12,3 +14,9 @@ bool initializeIni();
 // made when it does not exist. False (and logged) when something could not be written; the program can run
 // on.
 bool ensureFactorySettings();
+
+// Makes a pair of settings files what the first start writes. False (and logged) when one cannot be written.
+bool writeFactorySettings(const QString& mainFile, const QString& pathFile);
+
+// The same for the files of "default-template"; the live files stay.
+bool restoreDefaultTemplate();

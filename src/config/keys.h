@@ -194,6 +194,15 @@ QWD200_KEY(grayTif);
 QWD200_KEY(grayJpg);
 QWD200_KEY(wbJpg);
 
+// printing of copies (stored for the printing program of the user's choice; nothing here prints)
+QWD200_KEY(copies);
+QWD200_KEY(zoom);
+QWD200_KEY(fitPaper);
+QWD200_KEY(printPaper);
+QWD200_KEY(printColor);
+QWD200_KEY(printDuplex);
+QWD200_KEY(collate);
+
 // path file
 QWD200_KEY(savepath);
 

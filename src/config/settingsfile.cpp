@@ -124,6 +124,24 @@ bool isComplete(const QString& file)
 
 } // namespace
 
+QString settingsFault(const QString& file)
+{
+    const QFileInfo info(file);
+    if (!info.exists())
+        return QStringLiteral("it does not exist");
+    if (!info.isReadable())
+        return QStringLiteral("it cannot be read");
+    const QString reason = unusableBecause(info);
+    if (!reason.isEmpty())
+        return reason;
+    if (info.size() == 0)
+        return QStringLiteral("it is empty");
+    const QSettings settings(file, QSettings::IniFormat);
+    const bool readable = !settings.allKeys().isEmpty(); // this parses the lines
+    return readable && settings.status() == QSettings::NoError ? QString()
+                                                               : QStringLiteral("it is not an INI file");
+}
+
 std::unique_ptr<QSettings> openSettings(const QString& file)
 {
     auto settings = std::make_unique<QSettings>(usableFile(file), QSettings::IniFormat);

@@ -14,6 +14,11 @@ std::unique_ptr<QSettings> openMainSettings();
 std::unique_ptr<QSettings> openPathSettings();
 std::unique_ptr<QSettings> openSettings(const QString& file);
 
+// What keeps this file from being settings as they were written: missing, not a regular file, empty, too
+// large, binary, with a line that is no setting (half a line after a crash). English; empty when nothing
+// does. The file is left alone.
+QString settingsFault(const QString& file);
+
 // Writes what is pending to the disk, whole or not at all. False, and a log line, when the file could not be
 // written (read-only folder, disk full); the former file is then unchanged. Call it after the last
 // setValue(): the destructor writes too, but its failure is lost.

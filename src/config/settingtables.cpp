@@ -234,6 +234,39 @@ Settings pdf()
     return all;
 }
 
+// The panels that save pictures and show their folder. One format for all colour modes.
+Settings folderPanel()
+{
+    Settings all = panelPages();
+    all.push_back(comboIndex(keys::fileType, 0));
+    add(all, panelImage(3, true));
+    all.push_back(comboIndex(keys::saveFile, 0));
+    add(all, naming());
+    return all;
+}
+
+Settings copying()
+{
+    return {
+        integer(keys::copies, 1, 1, 999), integer(keys::zoom, 100, 25, 400), // percent
+        flag(keys::fitPaper, true),       comboIndex(keys::printPaper, 0),   comboIndex(keys::printColor, 0),
+        comboIndex(keys::printDuplex, 0), flag(keys::collate, true),
+    };
+}
+
+void addFolderPanels(std::vector<SettingTable>& tables)
+{
+    for (const char* page : {"Scan_", "File_"}) {
+        for (const char* function : {"Copy", "Email", "File", "FTP"}) {
+            const QString group = QLatin1String(page) + QLatin1String(function);
+            tables.push_back({group, false, folderPanel()});
+            tables.push_back(
+                {group + QLatin1String("_FilePath"), true, {text(keys::savepath, defaultSaveFolder())}});
+        }
+        tables.push_back({QLatin1String(page) + QLatin1String("Copy_Print"), false, copying()});
+    }
+}
+
 Settings wholeSet()
 {
     return {
@@ -321,6 +354,7 @@ const std::vector<SettingTable>& settingTables()
         for (const char* group : {groups::scanScanFilePath, groups::fileScanFilePath, groups::scanOcrFilePath,
                                   groups::fileOcrFilePath, groups::scanPdfFilePath, groups::filePdfFilePath})
             tables.push_back({group, true, {text(keys::savepath, defaultSaveFolder())}});
+        addFolderPanels(tables);
         return tables;
     }();
     return all;

@@ -2,16 +2,20 @@
 #include "config/templates.h"
 
 #include "config/paths.h"
+#include "config/settingsfile.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStorageInfo>
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -28,16 +32,6 @@ bool isPlain(uint c)
 {
     return c < 128 ? isPlainAscii(c)
                    : QChar::isPrint(c) && !QChar::isSpace(c) && c != QChar::ReplacementCharacter;
-}
-
-QString mainFile(const QString& name)
-{
-    return paths::templateFolder() + name + QLatin1String(".conf");
-}
-
-QString pathFile(const QString& name)
-{
-    return paths::templateFolder() + name + QLatin1String("_path.conf");
 }
 
 // A path as a shell word: as it stands, quoted only where the install root needs it.
@@ -86,6 +80,74 @@ bool isReadableFile(const QString& path)
     return info.isFile() && info.isReadable();
 }
 
+// A second name for a file while commands replace it, so that a copy that fails loses nothing.
+class KeptFile
+{
+public:
+    explicit KeptFile(const QString& file)
+        : m_file(QFile::encodeName(file)), m_second(QFile::encodeName(file + QLatin1String(".kept")))
+    {
+        ::unlink(m_second.constData());
+        m_kept = ::link(m_file.constData(), m_second.constData()) == 0;
+    }
+    ~KeptFile()
+    {
+        if (m_kept)
+            ::unlink(m_second.constData());
+    }
+    KeptFile(const KeptFile&) = delete;
+    KeptFile& operator=(const KeptFile&) = delete;
+
+    void putBack()
+    {
+        if (m_kept && std::rename(m_second.constData(), m_file.constData()) == 0)
+            m_kept = false;
+    }
+
+private:
+    QByteArray m_file;
+    QByteArray m_second;
+    bool m_kept = false;
+};
+
+// Removes `to` and copies `from` there, both files of a pair in this order. When a copy of files that are
+// there fails, both targets are what they were before.
+bool replacePair(const QStringList& from, const QStringList& to)
+{
+    KeptFile firstKept(to[0]);
+    KeptFile secondKept(to[1]);
+    const bool complete = isReadableFile(from[0]) && isReadableFile(from[1]);
+    bool good = removeFile(to[0]);
+    good = removeFile(to[1]) && good;
+    good = copyFile(from[0], to[0]) && good;
+    good = copyFile(from[1], to[1]) && good;
+    if (!good && complete) {
+        firstKept.putBack();
+        secondKept.putBack();
+    }
+    return good;
+}
+
+QStringList livePair()
+{
+    return {paths::mainSettings(), paths::pathSettings()};
+}
+
+QStringList templatePair(const QString& name)
+{
+    return {templateMainFile(name), templatePathFile(name)};
+}
+
+bool writeWhole(const QString& path, const QByteArray& content)
+{
+    QSaveFile file(path);
+    const bool good = file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+                      file.flush() && file.commit();
+    if (!good)
+        qWarning().noquote() << "cannot write" << path << file.errorString();
+    return good;
+}
+
 // The former template is removed before the new one is copied: not when the copy is bound to fail.
 bool hasRoom(const QString& folder)
 {
@@ -116,9 +178,38 @@ QStringList templateNames()
     return names;
 }
 
+QString templateMainFile(const QString& name)
+{
+    return paths::templateFolder() + name + QLatin1String(".conf");
+}
+
+QString templatePathFile(const QString& name)
+{
+    return paths::templateFolder() + name + QLatin1String("_path.conf");
+}
+
+TemplateState templateState(const QString& name)
+{
+    if (!isSafeTemplateName(name))
+        return TemplateState::Missing;
+    for (const QString& file : templatePair(name)) {
+        if (!isReadableFile(file))
+            return TemplateState::Missing;
+    }
+    for (const QString& file : templatePair(name)) {
+        const QString fault = settingsFault(file);
+        if (fault.isEmpty())
+            continue;
+        qWarning().noquote() << "template file" << file << "is damaged:" << fault;
+        return TemplateState::Damaged;
+    }
+    return TemplateState::Good;
+}
+
 bool templateComplete(const QString& name)
 {
-    return isSafeTemplateName(name) && isReadableFile(mainFile(name)) && isReadableFile(pathFile(name));
+    return isSafeTemplateName(name) && isReadableFile(templateMainFile(name)) &&
+           isReadableFile(templatePathFile(name));
 }
 
 bool storeTemplate(const QString& name)
@@ -139,20 +230,18 @@ bool storeTemplate(const QString& name)
         qWarning().noquote() << "cannot make a template: the disk of" << paths::templateFolder() << "is full";
         return false;
     }
-    bool good = removeFile(mainFile(name));
-    good = removeFile(pathFile(name)) && good;
-    good = copyFile(paths::mainSettings(), mainFile(name)) && good;
-    return copyFile(paths::pathSettings(), pathFile(name)) && good;
+    return replacePair(livePair(), templatePair(name));
 }
 
 bool loadTemplate(const QString& name)
 {
-    if (!checkedName(name, "load"))
-        return false;
-    bool good = removeFile(paths::mainSettings());
-    good = removeFile(paths::pathSettings()) && good;
-    good = copyFile(mainFile(name), paths::mainSettings()) && good;
-    return copyFile(pathFile(name), paths::pathSettings()) && good;
+    return checkedName(name, "load") && replacePair(templatePair(name), livePair());
+}
+
+bool putTemplate(const QString& name, const QByteArray& main, const QByteArray& path)
+{
+    return checkedName(name, "put") && QDir().mkpath(paths::templateFolder()) &&
+           writeWhole(templateMainFile(name), main) && writeWhole(templatePathFile(name), path);
 }
 
 bool removeTemplate(const QString& name)
@@ -163,6 +252,6 @@ bool removeTemplate(const QString& name)
         qWarning() << "the default template is not removed";
         return false;
     }
-    const bool good = removeFile(mainFile(name));
-    return removeFile(pathFile(name)) && good;
+    const bool good = removeFile(templateMainFile(name));
+    return removeFile(templatePathFile(name)) && good;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -18,16 +19,32 @@ bool isSafeTemplateName(const QString& name);
 // (leading ones dropped), so that names can occur twice.
 QStringList templateNames();
 
+// The template's two files; the name is not checked.
+QString templateMainFile(const QString& name);
+QString templatePathFile(const QString& name);
+
 // Whether both files of the template exist.
 bool templateComplete(const QString& name);
+
+// The same with a look into the files. Damaged: what they hold cannot be settings (settingsFault()).
+enum class TemplateState
+{
+    Good,
+    Missing,
+    Damaged
+};
+TemplateState templateState(const QString& name);
 
 // Makes the template's files copies of the live files. Nothing is touched when a live file is
 // missing or the disk is full.
 bool storeTemplate(const QString& name);
 
 // Replaces the live files by the template's. Where a file of the template is missing the live file is gone
-// afterwards (false): ask first, with templateComplete().
+// afterwards (false): ask first, with templateState(). A copy that fails otherwise leaves the live files.
 bool loadTemplate(const QString& name);
+
+// Makes the template's files from these contents, each whole or not at all; no command is run.
+bool putTemplate(const QString& name, const QByteArray& main, const QByteArray& path);
 
 // Removes the template's files. "default-template" is refused.
 bool removeTemplate(const QString& name);

@@ -9,8 +9,10 @@
 namespace Ui {
 class append;
 }
+class QAction;
 
-// Asks for one entry of an application list: its name in the list, the program and its arguments. Used for
+// Asks for one entry of an application list: its name in the list, the program and its arguments, typed or
+// filled in from a preset or from an application of the desktop's menu. Used for
 // new entries and for changing one. It stores nothing: the caller takes entry() when it was accepted.
 class append : public QDialog
 {
@@ -27,9 +29,16 @@ public slots:
     void accept() override;
 
 private:
+    void fill(const AppEntry& entry);
+    void setIcon(const QString& icon);
+    void fillPresets();
+    void takePreset();
+    void import();
     void browse();
     bool check();
 
     std::unique_ptr<Ui::append> m_ui;
     QStringList m_otherNames;
+    QString m_icon; // of the program that the fields show
+    QAction* m_iconAction = nullptr;
 };

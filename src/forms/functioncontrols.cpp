@@ -4,6 +4,7 @@
 #include "config/paths.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "forms/applicationicon.h"
 #include "forms/controloptions.h"
 #include "forms/scanpagelogic.h"
 #include "output/compression.h"
@@ -14,10 +15,22 @@
 FunctionGroups panelGroups(const QString& page, const QString& function)
 {
     const QString group = page + QLatin1Char('_') + function;
-    const bool ocr = function == QLatin1String("OCR"); // shares the page's applications, not its noise levels
-    return {group, group + QStringLiteral("_FilePath"), (ocr ? page : group) + QStringLiteral("_app"),
-            (ocr ? group : page) + QStringLiteral("_DeNoise"), group + QStringLiteral("_PaperSize")};
+    const bool ocr = function == QLatin1String("OCR");
+    const bool pdf = function == QLatin1String("PDF");
+    return {group, group + QStringLiteral("_FilePath"), (pdf ? group : page) + QStringLiteral("_app"),
+            (ocr ? group : page) + QStringLiteral("_DeNoise"),
+            (ocr || pdf ? group : page + QStringLiteral("_Scan")) + QStringLiteral("_PaperSize")};
 }
+
+namespace {
+
+std::vector<AppEntry> storedApplications(QSettings& settings, const QString& group)
+{
+    const std::vector<AppEntry> list = readApplications(settings, group);
+    return list.empty() ? std::vector<AppEntry>{{QStringLiteral("MS Paint"), QString()}} : list;
+}
+
+} // namespace
 
 FunctionControls::FunctionControls(ScanPageLogic* pageLogic, const FunctionGroups& names)
     : controls(pageLogic->controls()), logic(pageLogic), groups(names)
@@ -26,16 +39,19 @@ FunctionControls::FunctionControls(ScanPageLogic* pageLogic, const FunctionGroup
 
 void FunctionControls::readApplicationList()
 {
-    applications = readApplications(*openMainSettings(), groups.application);
-    if (applications.empty())
-        applications = {{QStringLiteral("MS Paint"), QString()}};
+    applications = storedApplications(*openMainSettings(), groups.application);
+}
+
+bool FunctionControls::applicationsMatch(QSettings& settings) const
+{
+    return applications == storedApplications(settings, groups.application);
 }
 
 void FunctionControls::showApplications(int selected)
 {
     controls.application->clear();
     for (const AppEntry& entry : applications)
-        controls.application->addItem(entry.text);
+        controls.application->addItem(applicationIcon(entry.icon), entry.text);
     controls.application->setCurrentIndex(qBound(-1, selected, controls.application->count() - 1));
 }
 

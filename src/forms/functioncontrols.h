@@ -21,7 +21,8 @@ struct FunctionGroups
     QString paperSize;   // "Scan_PDF_PaperSize"
 };
 
-// The groups of the panel of a function ("PDF", "OCR") on a page ("Scan", "File").
+// The groups of the panel of a function ("PDF", "OCR", "Copy", ...) on a page ("Scan", "File"). Those that
+// save pictures share paper size and noise with the page's own function.
 FunctionGroups panelGroups(const QString& page, const QString& function);
 
 // The controls of one function on one page of the window with what belongs to them: rules, settings groups,
@@ -38,7 +39,8 @@ public:
 
     // The list of applications with their command lines.
     std::vector<AppEntry> applications;
-    void readApplicationList(); // never empty afterwards
+    void readApplicationList();                        // never empty afterwards
+    bool applicationsMatch(QSettings& settings) const; // whether reading from there would give the same
     void showApplications(int selected);
     QString selectedCommand() const; // of the selected application
 

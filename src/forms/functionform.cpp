@@ -11,10 +11,12 @@
 #include "ui_functionform.h"
 
 #include <QDir>
+#include <QLineEdit>
 
 FunctionForm::FunctionForm(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::FunctionForm>())
 {
     m_ui->setupUi(this);
+    m_ui->applicationComboBox->lineEdit()->setAccessibleName(m_ui->applicationComboBox->accessibleName());
     m_ui->outMutiImgCheckBox->hide(); // stored, but a document has no further copies
 }
 
@@ -112,6 +114,12 @@ void FunctionForm::setUp(const ScanPageControls& controls, const FunctionGroups&
             editPaperSize(*m_function, this);
     });
     connect(m_ui->browsePushButton, &QPushButton::clicked, this, &FunctionForm::browse);
+    connect(m_ui->applicationComboBox, &QComboBox::editTextChanged, this, &FunctionForm::folderChanged);
+}
+
+void FunctionForm::showExtraCopies()
+{
+    m_ui->outMutiImgCheckBox->show();
 }
 
 QPushButton* FunctionForm::previewButton() const
@@ -139,7 +147,12 @@ void FunctionForm::browse()
 {
     const QString chosen = dialogparts::chooseFolder(this, folder());
     if (!chosen.isEmpty())
-        m_ui->applicationComboBox->setEditText(chosen);
+        setFolder(chosen);
+}
+
+void FunctionForm::setFolder(const QString& folder)
+{
+    m_ui->applicationComboBox->setEditText(folder);
 }
 
 void FunctionForm::readStored()
@@ -168,7 +181,17 @@ bool FunctionForm::writeStored()
 void FunctionForm::setDefaults()
 {
     m_settings->setDefaults(m_function->groups.scan);
-    m_ui->applicationComboBox->setEditText(defaultSaveFolder());
+    setFolder(defaultSaveFolder());
+}
+
+bool FunctionForm::matches(QSettings& main, const QSettings& path) const
+{
+    const QString stored =
+        path.value(m_function->groups.path + QLatin1Char('/') + QLatin1String(keys::savepath)).toString();
+    if (!m_function->applicationsMatch(main) || (!stored.isEmpty() && QDir::cleanPath(stored) != folder()))
+        return false;
+    const GroupScope scope(main, m_function->groups.scan);
+    return m_settings->matches(main);
 }
 
 void FunctionForm::beginPreview()

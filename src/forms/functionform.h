@@ -41,19 +41,26 @@ public:
     const FunctionControls& function() const { return *m_function; }
     FunctionSettings& settings() { return *m_settings; }
     QPushButton* previewButton() const;
+    void showExtraCopies(); // for a panel whose pages become pictures: the box of further copies
 
     QString folder() const; // the chosen save folder, without a trailing "/"
+    void setFolder(const QString& folder);
 
     // The stored settings into the controls and back: the function's group, its save folder, its application
     // list (which only the dialogs write). writeStored() is false when a file could not be written.
     void readStored();
     bool writeStored();
     void setDefaults();
+    // Whether readStored() from these two files would leave the form as it is.
+    bool matches(QSettings& main, const QSettings& path) const;
 
     // For a preview of the pages as they are scanned: merging and splitting into files are off and the
     // directions disabled until it has ended.
     void beginPreview();
     void endPreview();
+
+signals:
+    void folderChanged();
 
 private:
     void browse();

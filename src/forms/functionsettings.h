@@ -20,6 +20,10 @@ public:
 
     void read(const QSettings& settings); // the group is begun in `settings`
     void write(QSettings& settings) const;
+    bool matches(const QSettings& settings) const
+    {
+        return m_binding.matches(settings);
+    } // the group is begun
     // Puts the factory values of a group ("Scan_PDF") into the controls; the application list stays.
     void setDefaults(const QString& group);
 

@@ -1,83 +1,135 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/panels.h"
 
-#include <QDesktopServices>
-#include <QDir>
-#include <QFileSystemModel>
-#include <QHeaderView>
+#include "config/settingtable.h"
+#include "forms/copyfaxproperty.h"
+#include "forms/dialogparts.h"
+#include "forms/folderview.h"
+#include "forms/functionform.h"
+#include "forms/functionsettings.h"
+
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
-#include <QTreeView>
-#include <QUrl>
+#include <QPushButton>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
-namespace {
-
-enum Column
+FolderPanel::FolderPanel(const Function& function, const QString& page, QWidget* parent)
+    : QWidget(parent), m_tabs(new QTabWidget(this)), m_files(new FolderView(this)),
+      m_form(new FunctionForm(this))
 {
-    Name,
-    Size,
-    Type,
-    Date
-};
-
-} // namespace
-
-FolderPanel::FolderPanel(const QString& title, const QString& description, QWidget* parent)
-    : FunctionPanel(title, description, parent), m_model(new QFileSystemModel(this)),
-      m_files(new QTreeView(this))
-{
-    m_model->setFilter(QDir::Files | QDir::NoDotAndDotDot);
-    m_files->setModel(m_model);
-    m_files->setRootIsDecorated(false);
-    m_files->setUniformRowHeights(true);
-    m_files->setSortingEnabled(true);
-    m_files->sortByColumn(Date, Qt::DescendingOrder);
-    m_files->setColumnHidden(Type, true);
-    m_files->header()->setStretchLastSection(false);
-    m_files->header()->setSectionResizeMode(Name, QHeaderView::Stretch);
-    m_files->setAccessibleName(tr("已保存的文件"));
-    m_files->hide();
-    connect(m_files, &QTreeView::activated, this, &FolderPanel::openFile);
-
-    auto* caption = new QLabel(tr("已保存的文件(&N):"), this);
-    caption->setBuddy(m_files);
-    auto* later = new QLabel(tr("此功能目前与扫描相同，图像保存到文件夹；其余设置将在后续版本提供。"), this);
-    later->setWordWrap(true);
-    addContent(later);
-    addContent(caption);
-    addContent(m_files, 1);
+    setAccessibleName(function.name);
+    setAccessibleDescription(function.description);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* hint = new QLabel(function.hint, this);
+    dialogparts::styleHelp(hint);
+    auto* filesPage = new QWidget(this);
+    auto* filesLayout = new QVBoxLayout(filesPage);
+    filesLayout->addWidget(hint);
+    filesLayout->addWidget(m_files, 1);
+    m_tabs->addTab(filesPage, tr("文件(&J)"));
+    auto* formPage = new QWidget(this);
+    auto* formLayout = new QVBoxLayout(formPage);
+    formLayout->setContentsMargins(6, 6, 6, 6);
+    formLayout->addWidget(m_form);
+    m_tabs->addTab(formPage, tr("扫描设定(&Z)"));
+    m_tabs->setAccessibleName(tr("文件与扫描设定"));
+    layout->addWidget(m_tabs);
+    setUpForm(page, function.group);
+    connect(m_form, &FunctionForm::folderChanged, this, &FolderPanel::showFolder);
+    connect(m_files, &FolderView::folderChosen, m_form, &FunctionForm::setFolder);
+    readIni();
 }
 
-void FolderPanel::setFolder(const QString& folder)
+FolderPanel::~FolderPanel() = default;
+
+void FolderPanel::setUpForm(const QString& page, const QString& group)
 {
-    const bool present = !folder.isEmpty() && QDir(folder).exists();
-    m_files->setVisible(present);
-    if (present)
-        m_files->setRootIndex(m_model->setRootPath(folder));
+    auto* split = new QCheckBox(tr("拆分页面"), m_form);
+    split->setObjectName(QStringLiteral("splitCheckBox"));
+    split->setToolTip(tr("每一页切成两半，分别保存"));
+    m_form->addToPages(split);
+    m_form->previewButton()->hide(); // the window's own button shows a preview
+    m_form->showExtraCopies();
+    ScanPageControls c = m_form->controls();
+    c.split = split;
+    c.fileType->addItems(
+        {QStringLiteral("JPEG"), QStringLiteral("TIFF"), QStringLiteral("PNG"), QStringLiteral("BMP")});
+    m_form->setUp(c, panelGroups(page, group));
+    m_form->settings().binding().bind(keys::fileType, c.fileType);
 }
 
-void FolderPanel::openFile(const QModelIndex& index)
+FunctionControls& FolderPanel::functionControls()
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(m_model->filePath(index)));
+    return m_form->function();
 }
 
-copyPanel::copyPanel(QWidget* parent)
-    : FolderPanel(QStringLiteral("Copy  Utility"), tr("扫描文件或图片，接着从您的打印机复印出来。"), parent)
+void FolderPanel::readIni()
+{
+    m_form->readStored();
+    showFolder();
+}
+
+bool FolderPanel::writeIni()
+{
+    return m_form->writeStored();
+}
+
+void FolderPanel::setDefaultValue()
+{
+    m_form->setDefaults();
+}
+
+bool FolderPanel::matches(QSettings& main, const QSettings& path) const
+{
+    return m_form->matches(main, path);
+}
+
+void FolderPanel::showFolder()
+{
+    m_files->setFolder(m_form->folder());
+}
+
+copyPanel::copyPanel(const QString& page, QWidget* parent)
+    : FolderPanel({QStringLiteral("Copy  Utility"), tr("扫描文件或图片，接着从您的打印机复印出来。"),
+                   tr("扫描的图像保存到下面的文件夹。要复印时，选中文件后打开，再从打开的程序中打印。"),
+                   QStringLiteral("Copy")},
+                  page, parent)
+{
+    auto* properties = new QPushButton(tr("复印属性..."), this);
+    properties->setObjectName(QStringLiteral("propertyPushButton"));
+    properties->setToolTip(tr("份数、纸张、缩放等打印时的要求"));
+    properties->setAutoDefault(false);
+    form().addToPages(properties);
+    connect(properties, &QPushButton::clicked, this, [this, page] {
+        copyfaxproperty dialog(page + QStringLiteral("_Copy_Print"), this);
+        dialog.exec();
+    });
+}
+
+EmailPanel::EmailPanel(const QString& page, QWidget* parent)
+    : FolderPanel({QStringLiteral("E-Mail  Utility"),
+                   tr("扫描文件或图片，接着用您预设的电子邮件软件传送出去。"),
+                   tr("扫描的图像保存到下面的文件夹。要发送时，把文件从列表拖到您的电子邮件软件中。"),
+                   QStringLiteral("Email")},
+                  page, parent)
 {
 }
 
-EmailPanel::EmailPanel(QWidget* parent)
-    : FolderPanel(QStringLiteral("E-Mail  Utility"),
-                  tr("扫描文件或图片，接着用您预设的电子邮件软件传送出去。"), parent)
+filepanel::filepanel(const QString& page, QWidget* parent)
+    : FolderPanel({QStringLiteral("File  Utility"), tr("扫描并保存图像到您的存贮装置。"),
+                   tr("扫描的图像保存到下面的文件夹，可以是U盘等存储装置上的文件夹。"),
+                   QStringLiteral("File")},
+                  page, parent)
 {
 }
 
-filepanel::filepanel(QWidget* parent)
-    : FolderPanel(QStringLiteral("File  Utility"), tr("扫描并保存图像到您的存贮装置。"), parent)
-{
-}
-
-ftppanel::ftppanel(QWidget* parent)
-    : FolderPanel(QStringLiteral("FTP  Utility"), tr("扫描文件并上传至FTP服务器。"), parent)
+ftppanel::ftppanel(const QString& page, QWidget* parent)
+    : FolderPanel({QStringLiteral("FTP  Utility"), tr("扫描文件并上传至FTP服务器。"),
+                   tr("扫描的图像保存到下面的文件夹。要上传时，把文件从列表拖到您的FTP软件中。"),
+                   QStringLiteral("FTP")},
+                  page, parent)
 {
 }

@@ -19,6 +19,10 @@ public:
 
     void read(const QSettings& settings); // the group is begun in `settings`
     void write(QSettings& settings) const;
+    bool matches(const QSettings& settings) const
+    {
+        return m_binding.matches(settings);
+    } // the group is begun
 
 private:
     void bindLabel(const char* usedKey, const char* turnKey, QLabel* label, ScanPageLogic::Side side);

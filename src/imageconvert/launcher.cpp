@@ -11,14 +11,33 @@ namespace imageconvert {
 
 namespace {
 
-// Arguments with their quotes taken off. `quoted` arguments hold no field codes.
-struct Argument
+// The argument with its field codes replaced; `used` is set when the file was put in. Codes for icon, name
+// and place of the entry and the deprecated ones are dropped.
+QString expand(const QString& text, const QString& file, bool& used)
 {
-    QString text;
-    bool quoted = false;
-};
+    QString out;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text[i] != QLatin1Char('%') || i + 1 == text.size()) {
+            out += text[i];
+            continue;
+        }
+        const char code = text[++i].toLatin1();
+        if (code == '%') {
+            out += QLatin1Char('%');
+        } else if (code == 'f' || code == 'F') {
+            out += file;
+            used = true;
+        } else if (code == 'u' || code == 'U') {
+            out += QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
+            used = true;
+        }
+    }
+    return out;
+}
 
-QList<Argument> split(const QString& line, QString& error)
+} // namespace
+
+QList<Argument> splitCommand(const QString& line, QString& error)
 {
     QList<Argument> arguments;
     Argument current;
@@ -48,32 +67,6 @@ QList<Argument> split(const QString& line, QString& error)
     return arguments;
 }
 
-// The argument with its field codes replaced; `used` is set when the file was put in. Codes for icon, name
-// and place of the entry and the deprecated ones are dropped.
-QString expand(const QString& text, const QString& file, bool& used)
-{
-    QString out;
-    for (int i = 0; i < text.size(); ++i) {
-        if (text[i] != QLatin1Char('%') || i + 1 == text.size()) {
-            out += text[i];
-            continue;
-        }
-        const char code = text[++i].toLatin1();
-        if (code == '%') {
-            out += QLatin1Char('%');
-        } else if (code == 'f' || code == 'F') {
-            out += file;
-            used = true;
-        } else if (code == 'u' || code == 'U') {
-            out += QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
-            used = true;
-        }
-    }
-    return out;
-}
-
-} // namespace
-
 CommandLine commandFor(const QString& line, const QString& file)
 {
     CommandLine command;
@@ -81,7 +74,7 @@ CommandLine commandFor(const QString& line, const QString& file)
         command.error = QStringLiteral("control characters in the command line");
         return command;
     }
-    const QList<Argument> parts = split(line, command.error);
+    const QList<Argument> parts = splitCommand(line, command.error);
     if (!command.error.isEmpty())
         return command;
     if (parts.isEmpty()) {

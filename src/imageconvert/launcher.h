@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +14,17 @@ struct CommandLine
     QStringList arguments;
     QString error; // English, empty when the line is good
 };
+
+// A word of a command line without its quotes. `quoted` words hold no field codes.
+struct Argument
+{
+    QString text;
+    bool quoted = false;
+};
+
+// Splits a command line by the quoting rules of the Desktop Entry standard; `error` (English) is set when a
+// quotation mark is not closed.
+QList<Argument> splitCommand(const QString& line, QString& error);
 
 // Splits a command line by the quoting rules of the Desktop Entry standard (section "The Exec key") and
 // puts `file` in place of the field codes %f %F %u %U, or at the end when there is none. No shell is

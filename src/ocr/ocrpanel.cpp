@@ -126,6 +126,11 @@ void ocrpanel::ocrSetDefaultValue()
     ui->form->setDefaults();
 }
 
+bool ocrpanel::matches(QSettings& main, const QSettings& path) const
+{
+    return ui->form->matches(main, path);
+}
+
 // --- the batch ---------------------------------------------------------------------------------------------
 
 void ocrpanel::scanButtonClicked()

@@ -105,6 +105,11 @@ void pdfpanel::setDefaultValue()
     ui->form->setDefaults();
 }
 
+bool pdfpanel::matches(QSettings& main, const QSettings& path) const
+{
+    return ui->form->matches(main, path);
+}
+
 // --- start of a scan ---------------------------------------------------------------------------------------
 
 void pdfpanel::scanButtonClicked()

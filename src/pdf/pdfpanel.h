@@ -55,6 +55,8 @@ public:
     void fileReadIni(); // ... and on the file page
     bool fileWriteIni();
     void setDefaultValue();
+    // Whether reading from these two files would leave all controls as they are.
+    bool matches(QSettings& main, const QSettings& path) const;
 
     void setPreviewEnabled(bool enabled);
     // The window has ended the job that this panel had begun.

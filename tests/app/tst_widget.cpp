@@ -43,7 +43,8 @@ private:
         for (Control* found : m_window->findChildren<Control*>(QLatin1String(name))) {
             bool inPanel = false;
             for (QWidget* above = found; above; above = above->parentWidget())
-                inPanel = inPanel || qobject_cast<pdfpanel*>(above) || qobject_cast<ocrpanel*>(above);
+                inPanel = inPanel || qobject_cast<pdfpanel*>(above) || qobject_cast<ocrpanel*>(above) ||
+                          qobject_cast<FolderPanel*>(above);
             if (!inPanel)
                 return found;
         }

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/widget.h"
+#include "config/freshroot.h"
+#include "config/settingsfile.h"
+#include "config/settingtable.h"
+#include "config/templatearchive.h"
+#include "config/templates.h"
+#include "device/readbtn.h"
+#include "device/scriptedusb.h"
+#include "forms-dialogs/driving.h"
+#include "forms/templatename.h"
+
+#include <QCheckBox>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTextCodec>
+#include <memory>
+
+// Templates as the user works with them in the main window.
+class WindowTemplatesTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    UsbScript m_usb; // before the window, whose watcher uses it
+    std::unique_ptr<Widget> m_window;
+
+    void restart()
+    {
+        m_window.reset();
+        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
+                                                                      ButtonWatch::Intervals{20, 20, 10}),
+                                            0);
+        m_window->show();
+    }
+    QComboBox* list() { return control<QComboBox>(*m_window, "templateComboBox"); }
+    QString status() { return control<QLabel>(*m_window, "statusLabel")->text(); }
+    bool isMarked()
+    {
+        QTest::qWait(300); // the mark follows a moment after the change
+        return !list()->accessibleDescription().isEmpty();
+    }
+    QStringList listed()
+    {
+        QStringList names;
+        for (int i = 0; i < list()->count(); ++i)
+            names << list()->itemText(i);
+        return names;
+    }
+    void saveAs(const QString& name)
+    {
+        control<QPushButton>(*m_window, "saveBtn")->click();
+        auto* dialog = m_window->findChild<TemplateName*>();
+        QVERIFY(dialog && dialog->windowModality() == Qt::ApplicationModal);
+        type(*dialog, "nameEdit", name);
+        press(*dialog, QDialogButtonBox::Ok);
+        QVERIFY(!dialog->isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    void answer(QMessageBox::StandardButton button, QString* text = nullptr)
+    {
+        inModal<QMessageBox>([button, text](QMessageBox& box) {
+            if (text)
+                *text = box.text();
+            box.button(button)->click();
+        });
+    }
+    void clickAndAnswer(const char* name, QMessageBox::StandardButton button, QString* text = nullptr)
+    {
+        answer(button, text);
+        control<QPushButton>(*m_window, name)->click();
+    }
+
+    // In an order of its own: the stack raises the page that it shows.
+    QList<QWidget*> controls()
+    {
+        QList<QWidget*> all;
+        const auto* stack = control<QStackedWidget>(*m_window, "functionStack");
+        for (int i = 0; i < stack->count(); ++i)
+            all += stack->widget(i)->findChildren<QWidget*>();
+        return all;
+    }
+    // Every control of the stack's pages and panels with its place and state, in the order of creation.
+    QStringList state()
+    {
+        QStringList all;
+        const auto add = [&all](const QWidget* widget, const QString& value) {
+            all << QStringLiteral("%1/%2=%3").arg(all.size()).arg(widget->objectName(), value);
+        };
+        for (QWidget* widget :
+             controls()) {
+            if (auto* button = qobject_cast<QAbstractButton*>(widget); button && button->isCheckable())
+                add(button, QString::number(button->isChecked()));
+            else if (auto* combo = qobject_cast<QComboBox*>(widget);
+                     combo && combo->objectName() != "sortComboBox")
+                add(combo,
+                    combo->isEditable() ? combo->currentText() : QString::number(combo->currentIndex()));
+            else if (auto* slider = qobject_cast<QSlider*>(widget))
+                add(slider, QString::number(slider->value()));
+            else if (auto* label = qobject_cast<QLabel*>(widget);
+                     label && label->objectName().contains("Rotation"))
+                add(label, label->text() + QString::number(label->testAttribute(Qt::WA_ForceDisabled)));
+        }
+        for (const char* name : {"templetBtncomboBox_3", "templetBtncomboBox"})
+            all << control<QComboBox>(*m_window, name)->currentText();
+        all << QString::number(control<QRadioButton>(*m_window, "filePushButton")->isChecked());
+        return all;
+    }
+    // Changes all that can be changed, in a way of its own for each `seed`.
+    void changeEverything(int seed)
+    {
+        int n = seed;
+        for (QWidget* widget :
+             controls()) {
+            ++n;
+            if (auto* slider = qobject_cast<QSlider*>(widget))
+                slider->setValue(slider->minimum() + (n * 7) % (slider->maximum() - slider->minimum()));
+            else if (auto* combo = qobject_cast<QComboBox*>(widget); combo && combo->isEditable())
+                combo->setEditText(QStringLiteral("/home/folder%1").arg(n));
+            else if (combo && combo->count() > 1)
+                combo->setCurrentIndex((combo->currentIndex() + 1 + n % (combo->count() - 1)) %
+                                       combo->count());
+            else if (auto* box = qobject_cast<QCheckBox*>(widget); box && n % 3)
+                box->click();
+        }
+    }
+
+private slots:
+    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8")); }
+    void init()
+    {
+        QVERIFY(freshRoot());
+        restart();
+    }
+    void cleanup() { m_window.reset(); }
+
+    void everyControlOfEveryPanelComesBack()
+    {
+        QVERIFY(!isMarked());
+        const QStringList factory = state();
+        QVERIFY(factory.size() > 500);
+        changeEverything(1);
+        control<QComboBox>(*m_window, "templetBtncomboBox_3")->setCurrentIndex(2);
+        control<QRadioButton>(*m_window, "filePushButton")->click();
+        control<QComboBox>(*m_window, "templetBtncomboBox")->setCurrentIndex(4);
+        QVERIFY(isMarked());
+        const QStringList first = state();
+        QVERIFY(first != factory);
+        saveAs(QStringLiteral("合同"));
+        QCOMPARE(list()->currentText(), QStringLiteral("合同"));
+        QVERIFY(!isMarked());
+        changeEverything(5);
+        control<QRadioButton>(*m_window, "scanPushButton")->click();
+        control<QComboBox>(*m_window, "templetBtncomboBox_3")->setCurrentIndex(1);
+        QVERIFY(isMarked());
+        saveAs("two");
+        const QStringList second = state();
+        QVERIFY(second != first);
+        list()->setCurrentText(QStringLiteral("合同"));
+        QVERIFY(isMarked());
+        control<QPushButton>(*m_window, "loadBtn")->click();
+        QCOMPARE(state(), first);
+        QVERIFY(!isMarked());
+        restart(); // the live files hold it
+        QCOMPARE(state(), first);
+        list()->setCurrentText("two");
+        control<QPushButton>(*m_window, "loadBtn")->click();
+        QCOMPARE(state(), second);
+        list()->setCurrentText(defaultTemplate);
+        control<QPushButton>(*m_window, "loadBtn")->click();
+        QCOMPARE(state(), factory);
+    }
+
+    void pickingATemplateDoesNotMakeItTheCurrentOne()
+    {
+        saveAs("picked");
+        list()->setCurrentText(defaultTemplate);
+        const QByteArray before = fileContent(templateMainFile(defaultTemplate));
+        control<QCheckBox>(*control<QWidget>(*m_window, "scanPage"), "redfileCheckBox_5")->click();
+        control<QPushButton>(*m_window, "applyPushButton")->click();
+        QCOMPARE(fileContent(templateMainFile(defaultTemplate)), before);
+        QCOMPARE(openSettings(templateMainFile("picked"))->value("Scan_Scan/readFile").toBool(), true);
+    }
+
+    void namesAreCheckedAndExistingOnesAskedFor()
+    {
+        control<QPushButton>(*m_window, "saveBtn")->click();
+        auto* dialog = m_window->findChild<TemplateName*>();
+        QVERIFY(dialog && QTest::qWaitForWindowActive(dialog));
+        checkReachable(*dialog);
+        QSignalSpy sent(dialog, &TemplateName::sendAddTempleteMessage);
+        for (const QString& bad : {QString(), QString("a b"), QString("a;touch x"), QString("../a"),
+                                   QString(".a"), QString(65, 'a')}) {
+            type(*dialog, "nameEdit", bad);
+            press(*dialog, QDialogButtonBox::Ok);
+            QVERIFY2(message(*dialog).contains(QStringLiteral("模板名称不能包含空格或特殊字符")),
+                     qPrintable(bad));
+        }
+        type(*dialog, "nameEdit", "my_scan");
+        QVERIFY(message(*dialog).contains('_')); // a warning only
+        type(*dialog, "nameEdit", defaultTemplate);
+        answer(QMessageBox::No);
+        press(*dialog, QDialogButtonBox::Ok);
+        QVERIFY(dialog->isVisible() && sent.isEmpty());
+        QCOMPARE(listed(), QStringList{defaultTemplate});
+        answer(QMessageBox::Yes);
+        press(*dialog, QDialogButtonBox::Ok);
+        QCOMPARE(sent.size(), 1);
+        QCOMPARE(listed(), (QStringList{defaultTemplate, defaultTemplate})); // both mean the same files
+        QCOMPARE(list()->currentIndex(), 0);
+    }
+
+    void missingAndDamagedFilesAreAskedAbout()
+    {
+        m_window->newTemplate("my_scan");
+        QCOMPARE(list()->currentText(), QStringLiteral("my_scan"));
+        m_window->updateTemplete("my");
+        QCOMPARE(list()->currentText(), QStringLiteral("my"));
+        const QByteArray live = fileContent(paths::mainSettings());
+        QString question;
+        clickAndAnswer("loadBtn", QMessageBox::No, &question);
+        QVERIFY(question.contains(QStringLiteral("不存在")));
+        QCOMPARE(fileContent(paths::mainSettings()), live);
+        clickAndAnswer("loadBtn", QMessageBox::Yes);
+        QVERIFY(!QFile::exists(paths::mainSettings()));
+        QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), 0); // missing keys read as 0
+        m_window->newTemplate("half");
+        QVERIFY(putFile(templateMainFile("half"), "[Scan_Scan]\nlight"));
+        clickAndAnswer("loadBtn", QMessageBox::No, &question);
+        QVERIFY(question.contains(QStringLiteral("损坏")));
+    }
+
+    void deletingLoadsWhatIsLeft()
+    {
+        QString text;
+        clickAndAnswer("delBtn", QMessageBox::Ok, &text);
+        QCOMPARE(text, QStringLiteral("请勿删除默认模板"));
+        QVERIFY(templateComplete(defaultTemplate));
+        control<QSlider>(*m_window, "lightnessSlider_5")->setValue(-40);
+        saveAs("gone");
+        control<QPushButton>(*m_window, "delBtn")->click();
+        QCOMPARE(listed(), QStringList{defaultTemplate});
+        QVERIFY(!QFile::exists(templateMainFile("gone")) && !QFile::exists(templatePathFile("gone")));
+        QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), 15);
+    }
+
+    void theTemplateToStartWith()
+    {
+        control<QSlider>(*m_window, "lightnessSlider_5")->setValue(-40);
+        saveAs("x-first"); // after the default in the listing
+        for (const auto& [index, lightness] : {std::pair{0, 15}, std::pair{1, -40}, std::pair{99, -40}}) {
+            m_window.reset();
+            QVERIFY(loadTemplate(defaultTemplate));
+            openMainSettings()->setValue("paraTemplete", index);
+            restart();
+            QCOMPARE(list()->currentIndex(), qMin(index, 1));
+            QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), lightness);
+        }
+        QVERIFY(QFile::remove(templatePathFile("x-first")) && putFile(templatePathFile("x-first"), ""));
+        openMainSettings()->setValue("paraTemplete", 1); // damaged now: nothing is asked, the live files stay
+        restart();
+        QVERIFY(QFile::exists(paths::mainSettings()));
+    }
+
+    void importingAsksForProgramsAndName()
+    {
+        m_window->scanAddApp("tool", "/usr/bin/tool %f");
+        control<QPushButton>(*m_window, "applyPushButton")->click();
+        const QString file = installRoot() + "handed.zip";
+        saveAs("handed");
+        QVERIFY(TemplateArchive::ofTemplate("handed").write(file));
+        control<QPushButton>(*m_window, "delBtn")->click();
+        QString question;
+        answer(QMessageBox::No, &question);
+        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "importTemplateFile", Q_ARG(QString, file)));
+        QVERIFY(question.contains("/usr/bin/tool"));
+        QVERIFY(!m_window->findChild<TemplateName*>());
+        answer(QMessageBox::Yes);
+        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "importTemplateFile", Q_ARG(QString, file)));
+        auto* dialog = m_window->findChild<TemplateName*>();
+        QVERIFY(dialog);
+        QCOMPARE(control<QLineEdit>(*dialog, "nameEdit")->text(), QStringLiteral("handed"));
+        press(*dialog, QDialogButtonBox::Ok);
+        QCOMPARE(listed(), (QStringList{defaultTemplate, "handed"}));
+        QVERIFY(templateComplete("handed"));
+        QVERIFY(putFile(file, "no zip"));
+        QVERIFY(QMetaObject::invokeMethod(m_window.get(), "importTemplateFile", Q_ARG(QString, file)));
+        QVERIFY(status().contains("handed.zip"));
+    }
+
+    void aReadOnlyOrMissingFolderIsTold()
+    {
+        QVERIFY(QDir(paths::templateFolder()).removeRecursively());
+        m_window->newTemplate("again"); // the folder is made
+        QVERIFY(templateComplete("again"));
+        QVERIFY(QDir(paths::templateFolder()).removeRecursively());
+        QString folder = paths::templateFolder();
+        folder.chop(1);
+        QVERIFY(putFile(folder, "in the way"));
+        m_window->newTemplate("never");
+        QVERIFY(status().contains(QStringLiteral("无法")));
+        QVERIFY(!listed().contains("never"));
+        control<QPushButton>(*m_window, "applyPushButton")->click();
+        QVERIFY(QFile::exists(paths::mainSettings()));
+    }
+
+    void twoHundredTemplates()
+    {
+        const QByteArray main = fileContent(paths::mainSettings());
+        const QByteArray path = fileContent(paths::pathSettings());
+        for (int i = 0; i < 200; ++i)
+            QVERIFY(putTemplate(QStringLiteral("t%1").arg(i), main, path));
+        m_window->updateTemplete("t150");
+        QCOMPARE(list()->count(), 201);
+        QCOMPARE(list()->currentText(), QStringLiteral("t150"));
+        QVERIFY(list()->width() < m_window->width() / 3);
+        control<QPushButton>(*m_window, "loadBtn")->click();
+        QVERIFY(status().contains("t150"));
+    }
+};
+
+QTEST_MAIN(WindowTemplatesTest)
+#include "tst_windowtemplates.moc"

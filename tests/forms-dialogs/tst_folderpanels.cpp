@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/freshroot.h"
+#include "config/settingsfile.h"
+#include "driving.h"
+#include "forms/copyfaxproperty.h"
+#include "forms/foldermodel.h"
+#include "forms/folderview.h"
+#include "forms/functioncontrols.h"
+#include "forms/panels.h"
+
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QImage>
+#include <QMimeData>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTreeView>
+
+// The panels that show a folder of files, and the view itself.
+class FolderPanelsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QStringList m_opened;
+
+    static QStringList names(const QTreeView& list)
+    {
+        QStringList all;
+        for (int i = 0; i < list.model()->rowCount(list.rootIndex()); ++i)
+            all << list.model()->index(i, 0, list.rootIndex()).data().toString();
+        return all;
+    }
+    static void select(QTreeView& list, const QString& name)
+    {
+        const int row = names(list).indexOf(name);
+        QVERIFY(row >= 0);
+        list.setCurrentIndex(list.model()->index(row, 0, list.rootIndex()));
+        list.setFocus();
+    }
+
+public slots:
+    void opened(const QUrl& url) { m_opened << url.toLocalFile(); }
+
+private slots:
+    void init()
+    {
+        QVERIFY(freshRoot());
+        QVERIFY(QDir().mkpath(defaultSaveFolder()));
+        qputenv("XDG_DATA_HOME", QFile::encodeName(installRoot() + "data")); // of the trash
+        QVERIFY(QDir().mkpath(installRoot() + "data"));
+    }
+
+    void filesAreShownSortedAndWatched()
+    {
+        const QString folder = defaultSaveFolder() + "/later";
+        FolderView view;
+        view.setFolder(folder);
+        view.resize(800, 400);
+        open(view);
+        auto* list = control<QTreeView>(view, "fileList");
+        auto* empty = control<QLabel>(view, "emptyLabel");
+        QVERIFY(!list->isVisible() && empty->text().contains(folder));
+        QVERIFY(QDir().mkpath(folder)); // the first scan makes it
+        QTRY_VERIFY(!empty->text().contains(folder));
+        QImage picture(300, 400, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QVERIFY(picture.save(folder + "/b.png"));
+        QVERIFY(putFile(folder + "/a.txt", QByteArray(5000, 'x')));
+        QVERIFY(putFile(folder + "/damaged.jpg", "no picture"));
+        QFile older(folder + "/a.txt");
+        QVERIFY(
+            older.open(QIODevice::ReadWrite) &&
+            older.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+        older.close();
+        QTRY_COMPARE(names(*list).size(), 3);
+        QVERIFY(list->isVisible());
+        pick(view, "sortComboBox", QStringLiteral("名称"));
+        QTRY_COMPARE(names(*list), (QStringList{"a.txt", "b.png", "damaged.jpg"}));
+        pick(view, "sortComboBox", QStringLiteral("日期，旧的在前"));
+        QTRY_COMPARE(names(*list).first(), QStringLiteral("a.txt"));
+        pick(view, "sortComboBox", QStringLiteral("大小，大的在前"));
+        QTRY_COMPARE(names(*list).first(), QStringLiteral("a.txt"));
+        // the picture arrives from the worker
+        const auto centre = [&] {
+            const QModelIndex row = list->model()->index(names(*list).indexOf("b.png"), 0, list->rootIndex());
+            const QSize size(FolderModel::kPictureSide, FolderModel::kPictureSide);
+            const QImage icon = row.data(Qt::DecorationRole).value<QIcon>().pixmap(size).toImage();
+            return QColor(icon.pixel(icon.width() / 2, icon.height() / 2));
+        };
+        QTRY_COMPARE(centre(), QColor(Qt::red));
+        checkReachable(view);
+        QVERIFY(QDir(folder).removeRecursively()); // and no other folder is shown instead
+        QTRY_VERIFY(!list->isVisible());
+        QVERIFY(view.selectedFiles().isEmpty());
+    }
+
+    void openRenameTrashDrag()
+    {
+        const QString folder = defaultSaveFolder();
+        for (const char* name : {"one.jpg", "two.jpg", "three.jpg"})
+            QVERIFY(putFile(folder + "/" + name, name));
+        FolderView view;
+        view.setFolder(folder);
+        open(view);
+        auto* list = control<QTreeView>(view, "fileList");
+        QTRY_COMPARE(names(*list).size(), 3);
+        QVERIFY(!control<QPushButton>(view, "trashButton")->isEnabled());
+        select(*list, "one.jpg");
+        QDesktopServices::setUrlHandler("file", this, "opened");
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(m_opened, QStringList{folder + "/one.jpg"});
+        QDesktopServices::unsetUrlHandler("file");
+        const std::unique_ptr<QMimeData> dragged(
+            list->model()->mimeData(list->selectionModel()->selectedIndexes()));
+        QCOMPARE(dragged->urls().value(0), QUrl::fromLocalFile(folder + "/one.jpg"));
+        QCOMPARE(list->model()->supportedDragActions(), Qt::CopyAction);
+
+        // renaming: never over another file, never out of the folder
+        const auto rename = [&](const QString& name) {
+            select(*list, "one.jpg");
+            click(view, "renameButton");
+            auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+            QVERIFY(edit);
+            QTRY_COMPARE(edit->selectedText(), QStringLiteral("one"));
+            edit->setText(name);
+            QTest::keyClick(edit, Qt::Key_Return);
+        };
+        for (const char* bad : {"two.jpg", "../out.jpg", ".hidden", "", " "}) {
+            rename(bad);
+            QVERIFY2(QFile::exists(folder + "/one.jpg"), bad);
+            QVERIFY(!control<QLabel>(view, "messageLabel")->text().isEmpty());
+        }
+        QCOMPARE(fileContent(folder + "/two.jpg"), QByteArray("two.jpg"));
+        rename(QStringLiteral("第一页 $(x).jpg"));
+        QTRY_VERIFY(names(*list).contains(QStringLiteral("第一页 $(x).jpg")));
+        QCOMPARE(fileContent(folder + QStringLiteral("/第一页 $(x).jpg")), QByteArray("one.jpg"));
+
+        // the trash takes it with all its content
+        select(*list, "two.jpg");
+        QTest::keyClick(list, Qt::Key_Delete);
+        QTRY_VERIFY(!names(*list).contains("two.jpg"));
+        QVERIFY(!QFile::exists(folder + "/two.jpg"));
+        QVERIFY(names(*list).contains("three.jpg"));
+        const QString kept = installRoot() + "data/Trash/files/two.jpg";
+        if (QFile::exists(kept)) // else it went to the disk's own trash
+            QCOMPARE(fileContent(kept), QByteArray("two.jpg"));
+        QVERIFY(control<QLabel>(view, "messageLabel")->text().contains(QStringLiteral("回收站")));
+    }
+
+    void panelsKeepTheirOwnSettings()
+    {
+        filepanel panel("File");
+        auto* tabs = panel.findChild<QTabWidget*>();
+        tabs->setCurrentIndex(1);
+        panel.resize(1080, 560);
+        open(panel);
+        checkReachable(panel);
+        control<QSlider>(panel, "lightnessSlider")->setValue(-11);
+        control<QComboBox>(panel, "fileTypeComboBox")->setCurrentIndex(2);
+        control<QComboBox>(panel, "applicationComboBox")->setEditText("/home/elsewhere");
+        QCOMPARE(control<FolderView>(panel, "folderView")->folder(), QStringLiteral("/home/elsewhere"));
+        QVERIFY(panel.writeIni());
+        QCOMPARE(openMainSettings()->value("File_File/lightness").toInt(), -11);
+        QCOMPARE(openPathSettings()->value("File_File_FilePath/savepath").toString(),
+                 QStringLiteral("/home/elsewhere"));
+        QVERIFY(panel.matches(*openMainSettings(), *openPathSettings()));
+        control<QSlider>(panel, "lightnessSlider")->setValue(1);
+        QVERIFY(!panel.matches(*openMainSettings(), *openPathSettings()));
+        panel.readIni();
+        QCOMPARE(control<QSlider>(panel, "lightnessSlider")->value(), -11);
+        QCOMPARE(panel.functionControls().pageOptions(false).saveType, QStringLiteral("png"));
+        QCOMPARE(panel.functionControls().pageOptions(false).folder, QStringLiteral("/home/elsewhere/"));
+    }
+
+    void copiesAreStored()
+    {
+        copyPanel panel("Scan");
+        panel.findChild<QTabWidget*>()->setCurrentIndex(1);
+        open(panel);
+        inModal<copyfaxproperty>([](copyfaxproperty& dialog) {
+            checkReachable(dialog);
+            control<QSpinBox>(dialog, "copiesSpinBox")->setValue(7);
+            control<QCheckBox>(dialog, "fitCheckBox")->setChecked(false);
+            control<QSpinBox>(dialog, "zoomSpinBox")->setValue(70);
+            press(dialog, QDialogButtonBox::Ok);
+        });
+        click(panel, "propertyPushButton");
+        QCOMPARE(openMainSettings()->value("Scan_Copy_Print/copies").toInt(), 7);
+        QCOMPARE(openMainSettings()->value("Scan_Copy_Print/zoom").toInt(), 70);
+        openMainSettings()->setValue("Scan_Copy_Print/copies", "many");
+        copyfaxproperty dialog("Scan_Copy_Print");
+        QCOMPARE(control<QSpinBox>(dialog, "copiesSpinBox")->value(), 1);
+        QVERIFY(control<QSpinBox>(dialog, "zoomSpinBox")->isEnabled());
+    }
+};
+
+QTEST_MAIN(FolderPanelsTest)
+#include "tst_folderpanels.moc"
