@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """run_bench.py [PART...]: what our pages cost beside the tools that people chain, as ratios of one run. It fails nothing.
 
-Parts: chain (300 and 600 dpi), steps, orient, throughput, memory, and program (start-up, long batch; needs Xvfb).
-Without a part: all but program. Needs the targets imageconvert_command, leptonica_steps and sample-sheets.
+Parts: chain (300 and 600 dpi), steps, orient, throughput, memory, documents (PDF and OFD, of pictures and of text),
+recognition (page by page), ocr (plain text), and program (start-up, long batch; needs Xvfb). Without a part: all but
+program. Needs a complete build and the target sample-sheets.
 """
 import argparse
 import os
@@ -14,12 +15,13 @@ sys.dont_write_bytecode = True
 TREE = os.path.abspath(os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
 
 import chains  # noqa: E402
+import documents  # noqa: E402
 import measure  # noqa: E402
 import pages as page_files  # noqa: E402
 import steps  # noqa: E402
 from tools import Tools  # noqa: E402
 
-PARTS = ("chain", "steps", "orient", "throughput", "memory", "program")
+PARTS = ("chain", "steps", "orient", "throughput", "memory", "documents", "recognition", "ocr", "program")
 
 
 def measured(options, folder):
@@ -39,6 +41,9 @@ def measured(options, folder):
         "orient": lambda: chains.orient(kit, pages, options.repeat),
         "throughput": lambda: chains.throughput(kit, pages, options.repeat),
         "memory": lambda: chains.memory(kit, pages),
+        "documents": lambda: documents.compare(options.build, folder, few, options.repeat),
+        "recognition": lambda: documents.recognition(options.build, few, options.repeat),
+        "ocr": lambda: documents.plain_text(options.build, options.pages or os.path.join(options.build, "samples"), len(few)),
     }
     for part in options.parts:
         if part in parts:

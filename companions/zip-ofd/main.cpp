@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // zip-ofd DIR NAME: packs the loose parts of an OFD document into one file. See docs/man/zip-ofd.1.
+#include "config/ofdparts.h"
+#include "imageconvert/pictureerror.h"
 #include "packing.h"
 
 #include <cstdio>
@@ -17,20 +19,25 @@ constexpr char kHelp[] = "Usage: zip-ofd [--keep] DIR NAME\n"
                          "  --help   show this text\n"
                          "\n"
                          "Exit status: 0 packed; 1 nothing was packed, the parts are untouched; 2 wrong\n"
-                         "arguments; 3 packed, but the parts could not be removed.\n";
+                         "arguments; 3 packed, but the parts could not be removed; 4 as 1, for lack of\n"
+                         "disk space.\n";
 
 enum ExitStatus
 {
     kPacked = 0,
     kFailed = 1,
     kUsage = 2,
-    kNotRemoved = 3
+    kNotRemoved = ofdparts::kPartsRemain,
+    kDiskFull = ofdparts::kDiskFull
 };
 
 int run(const std::string& folder, const std::string& name, bool keep)
 {
     try {
         packParts(folder, name);
+    } catch (const imageconvert::PictureError& error) {
+        std::fprintf(stderr, "zip-ofd: %s\n", error.what());
+        return error.diskFull() ? kDiskFull : kFailed;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zip-ofd: %s\n", error.what());
         return kFailed;

@@ -10,4 +10,8 @@ inline constexpr char kTree[] = "Doc_0";
 // packer never packs it and removes it last, so that parts which a crash leaves behind stay marked.
 inline constexpr char kMark[] = ".zarn-ofd-parts";
 
+// Exit statuses of `zip-ofd` that mean more than a failure.
+inline constexpr int kPartsRemain = 3; // the package is complete
+inline constexpr int kDiskFull = 4;    // nothing was packed
+
 } // namespace ofdparts

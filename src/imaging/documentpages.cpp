@@ -2,6 +2,7 @@
 #include "imaging/documentpages.h"
 
 #include "config/paths.h"
+#include "imaging/backgroundrun.h"
 #include "output/naming.h"
 
 #include <QDebug>
@@ -55,8 +56,12 @@ QString keepFailedPages(const QStringList& files, const QString& baseName)
 
 void removeFiles(const QStringList& files)
 {
-    for (const QString& file : files)
-        QFile::remove(file);
+    if (files.isEmpty())
+        return;
+    runWithEvents([&] {
+        for (const QString& file : files)
+            QFile::remove(file);
+    });
 }
 
 void removeStalePages()

@@ -16,6 +16,7 @@ struct DocumentPage
 
 QStringList filesOf(const QVector<DocumentPage>& pages);
 QStringList sourcesOf(const QVector<DocumentPage>& pages);
+// Pumps events meanwhile: hundreds of scans of 25 MB take seconds.
 void removeFiles(const QStringList& files);
 
 // Moves the pages of a document that could not be written to tempfiles/failed-NAME/ (with a free suffix) and

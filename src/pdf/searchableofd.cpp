@@ -2,6 +2,7 @@
 #include "pdf/searchableofd.h"
 
 #include "config/leftovers.h"
+#include "config/ofdparts.h"
 #include "config/paths.h"
 #include "pdf/ofdpackage.h"
 #include "pdf/ofdunits.h"
@@ -23,6 +24,7 @@ public:
     {
         return tr("无法生成“%1”：%2").arg(file, reason);
     }
+    static QString diskFull() { return tr("磁盘空间不足"); }
     static QString packerDied() { return tr("打包程序异常退出"); }
 };
 
@@ -95,10 +97,15 @@ bool SearchableOfd::pack()
         return false;
     }
     const QString said = QString::fromUtf8(packer.readAll()).trimmed();
-    if (packer.exitStatus() == QProcess::NormalExit && packer.exitCode() == 0)
+    const bool ended = packer.exitStatus() == QProcess::NormalExit;
+    if (ended && packer.exitCode() == 0)
         return true;
     qWarning().noquote() << program << "ended with" << packer.exitCode() << said;
-    m_reading.fail(SearchableOfdText::packerFailed(
-        name, packer.exitStatus() == QProcess::NormalExit ? said : SearchableOfdText::packerDied()));
+    if (ended && packer.exitCode() == ofdparts::kPartsRemain)
+        return true; // they are removed like those of a failure
+    const QString reason = !ended                                     ? SearchableOfdText::packerDied()
+                           : packer.exitCode() == ofdparts::kDiskFull ? SearchableOfdText::diskFull()
+                                                                      : said;
+    m_reading.fail(SearchableOfdText::packerFailed(name, reason));
     return false;
 }

@@ -74,7 +74,7 @@ private slots:
         QTest::newRow("unknown option")
             << "true" << QStringList{"--kepe", ".", "d.ofd"} << QByteArray("2 zip-ofd: unknown option");
         QTest::newRow("full") << "head -c 90000 /dev/urandom >Doc_0/Res/a.jpg" << QStringList{"LIMIT"}
-                              << QByteArray("File too large");
+                              << QByteArray("4 zip-ofd: cannot write");
     }
     void failuresChangeNothing()
     {

@@ -230,9 +230,15 @@ void TstOfdPackage::failuresAreTold()
     QVERIFY(!write({"bad"}).saved);
     QCOMPARE(inFolder().size(), 1); // the document of before
 
-    setPacker("echo 磁盘已满 >&2; exit 3");
+    setPacker("echo 出错 >&2; exit 1");
     result = write({m_picture});
-    QVERIFY2(!result.saved && result.problem.contains("磁盘已满"), qPrintable(result.problem));
+    QVERIFY2(!result.saved && result.problem.contains("出错"), qPrintable(result.problem));
+    setPacker("exit 4");
+    result = write({m_picture});
+    QVERIFY2(!result.saved && result.problem.contains("磁盘空间不足"), qPrintable(result.problem));
+    setPacker("exit 3"); // packed, parts remain
+    QVERIFY(write({m_picture}).saved);
+    QCOMPARE(inFolder().size(), 1);
     QVERIFY(QFile::remove(paths::ofdPacker()));
     result = write({m_picture});
     QVERIFY2(!result.saved && result.problem.contains(paths::ofdPacker()), qPrintable(result.problem));
