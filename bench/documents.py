@@ -47,16 +47,17 @@ def prepare_root(build, folder):
     os.environ.update(QWD200_ROOT=root + "/", QT_QPA_PLATFORM="offscreen")
 
 
-def searchable(program, folder, pages, repeat):
+def searchable(build, folder, pages, repeat):
     """All pages in one document, on two cores; the rival gets the same list, so that it loads its model once as well."""
     if not measure.there("tesseract"):
         return
+    program = os.path.join(build, "bench", "bench_searchable")
     listed = os.path.join(folder, "pages.txt")
     with open(listed, "w", encoding="utf-8") as file:
         file.write("\n".join(pages) + "\n")
     commands = {"tesseract ... pdf": ["tesseract", listed, os.path.join(folder, "rival"), "-l", "chi_sim", "--psm", "3", "pdf"],
-                "searchable PDF": [program, "searchable-pdf", folder, *pages],
-                "searchable OFD": [program, "searchable-ofd", folder, *pages]}
+                "searchable PDF": [program, "pdf", folder, *pages],
+                "searchable OFD": [program, "ofd", folder, *pages]}
     costs = {name: measure.cheapest(command, "0,1", repeat) for name, command in commands.items()}
     for name in ("searchable PDF", "searchable OFD"):
         said = subprocess.run(commands[name], check=False, stdout=subprocess.PIPE, text=True).stdout.strip()
@@ -69,10 +70,9 @@ def searchable(program, folder, pages, repeat):
 
 
 def compare(build, folder, pages, repeat):
-    program = os.path.join(build, "bench", "bench_documents")
     prepare_root(build, folder)
-    pictures(program, folder, 100)
-    searchable(program, folder, pages[:4], repeat)
+    pictures(os.path.join(build, "bench", "bench_documents"), folder, 100)
+    searchable(build, folder, pages[:4], repeat)
 
 
 def recognition(build, pages, repeat):
