@@ -60,7 +60,8 @@ def searchable(build, folder, pages, repeat):
                 "searchable OFD": [program, "ofd", folder, *pages]}
     costs = {name: measure.cheapest(command, "0,1", repeat) for name, command in commands.items()}
     for name in ("searchable PDF", "searchable OFD"):
-        said = subprocess.run(commands[name], check=False, stdout=subprocess.PIPE, text=True).stdout.strip()
+        said = subprocess.run(commands[name], check=False, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, text=True).stdout.strip()
         print(f"{name}: {said}")
     rival = costs["tesseract ... pdf"]
     rows = [[name, *(f"{value:.2f}" for value in (cost.wall / len(pages), cost.cpu / len(pages), cost.wall / rival.wall,
