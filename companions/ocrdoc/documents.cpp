@@ -40,7 +40,7 @@ public:
     const QList<PageLine>& lines() const { return m_lines; }
 
 private:
-    EnginePageReader m_reader;
+    EnginePageReader m_reader{-1};
     QList<PageLine> m_lines;
 };
 

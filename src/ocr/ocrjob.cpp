@@ -64,6 +64,8 @@ void PageLoop::overPages(const QStringList& files, const PageWork& work, OcrResu
         }
         if (!notes.readable)
             result.unread << files[i];
+        if (notes.lostBoxes > 0)
+            result.notices << tr("第%1页有 %2 处文字未能识别").arg(i + 1).arg(notes.lostBoxes);
         result.cancelled = notes.cancelled;
         result.pages << notes;
         if (result.cancelled)

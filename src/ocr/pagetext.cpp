@@ -21,8 +21,8 @@ QString numberList(const std::vector<int>& numbers)
 }
 
 // Reads the boxes and notes what every caller wants to know.
-std::vector<BoxText> readPage(const QMap<int, zarnRECT>& boxes, tesseract::TessBaseAPI* api, PageNotes& notes,
-                              const ReadingControl& control)
+PageReading readPage(const QMap<int, zarnRECT>& boxes, tesseract::TessBaseAPI* api, PageNotes& notes,
+                     const ReadingControl& control)
 {
     ReadingOptions options;
     options.maxChildren = kMaxChildren;
@@ -33,6 +33,7 @@ std::vector<BoxText> readPage(const QMap<int, zarnRECT>& boxes, tesseract::TessB
     PageReading reading = readBoxes(*api, onPage(boxes), options);
     notes.cancelled = reading.cancelled;
     for (const LostBoxes& lost : reading.lost) {
+        notes.lostBoxes += static_cast<int>(lost.numbers.size());
         notes.problems << QStringLiteral("boxes %1 were not read: %2")
                               .arg(numberList(lost.numbers), QString::fromStdString(lost.reason));
         qWarning().noquote() << notes.problems.last();
@@ -41,7 +42,7 @@ std::vector<BoxText> readPage(const QMap<int, zarnRECT>& boxes, tesseract::TessB
     for (const BoxText& box : reading.boxes)
         sum += box.confidence;
     notes.confidence = reading.boxes.empty() ? 0 : sum / static_cast<double>(reading.boxes.size());
-    return std::move(reading.boxes);
+    return reading;
 }
 
 zarnTXTLINERET record(const BoxText& box)
@@ -102,7 +103,7 @@ bool giveToEngine(const FramedPage& page, tesseract::TessBaseAPI* api, PageNotes
 void handleProcessMultiTestForTXT(const QMap<int, zarnRECT>& boxes, tesseract::TessBaseAPI* api,
                                   QMap<int, QString>& lines, PageNotes& notes, const ReadingControl& control)
 {
-    for (const BoxText& box : readPage(boxes, api, notes, control))
+    for (const BoxText& box : readPage(boxes, api, notes, control).boxes)
         lines.insert(box.number, cleanedText(QString::fromStdString(box.text)));
 }
 
@@ -111,7 +112,11 @@ void handleProcessMultiTestBorder(const QMap<int, zarnRECT>& boxes, tesseract::T
                                   const ReadingControl& control)
 {
     const cv::Rect whole(cv::Point(), page.size());
-    for (const BoxText& box : readPage(boxes, api, notes, control))
+    PageReading reading = readPage(boxes, api, notes, control);
+    for (const LostBoxes& lost : reading.lost)
+        for (const int number : lost.numbers)
+            reading.boxes.push_back({number, onPage(boxes[number]), 0, {}, {}});
+    for (const BoxText& box : reading.boxes)
         if ((box.box & whole) == box.box)
             lines.insert(box.number, record(box));
 }

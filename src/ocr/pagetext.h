@@ -28,6 +28,7 @@ struct ReadingControl
 struct PageNotes
 {
     int boxes = 0;         // found on the page
+    int lostBoxes = 0;     // of them could not be read, see `problems`
     double confidence = 0; // mean over the boxes that were read, 0 to 100
     double seconds = 0;
     bool readable = true; // false: the file is missing or damaged
@@ -56,8 +57,8 @@ void handleProcessMultiTestForTXT(const QMap<int, zarnRECT>& boxes, tesseract::T
                                   QMap<int, QString>& lines, PageNotes& notes,
                                   const ReadingControl& control = {});
 
-// The same with place and confidence; doubtful boxes get the marker for their text. `page` is the framed
-// page.
+// The same with place and confidence; doubtful boxes, and those of a child that died, get the marker for
+// their text. `page` is the framed page.
 void handleProcessMultiTestBorder(const QMap<int, zarnRECT>& boxes, tesseract::TessBaseAPI* api,
                                   const cv::Mat& page, QMap<int, zarnTXTLINERET>& lines, PageNotes& notes,
                                   const ReadingControl& control = {});

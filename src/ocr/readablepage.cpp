@@ -19,6 +19,9 @@ constexpr int kThresholdBlock = 41, kThresholdOffset = 20;
 constexpr int kPaperGrain = 4, kPaperReach = 15;
 // What differs from the paper by less than this is paper: five deviations of the noise, within limits.
 constexpr double kNoiseFactor = 5, kLeastContrast = 8, kMostContrast = 30;
+// Ink of the layout's picture is widened by this much at each side: short rows (page numbers, the last word
+// of a paragraph) have too little ink to be seen as rows, or to be seen in their full height.
+constexpr int kWidened = 1;
 constexpr double kDeviation = 1.48; // standard deviation of a normal distribution by its median
 
 cv::Mat blurred(const cv::Mat& half)
@@ -87,6 +90,13 @@ cv::Mat evened(const cv::Mat& smooth, const cv::Mat& paper)
     return out;
 }
 
+cv::Mat widened(const cv::Mat& smooth)
+{
+    cv::Mat out;
+    cv::erode(smooth, out, cv::Mat::ones(1, 2 * kWidened + 1, CV_8U));
+    return out;
+}
+
 } // namespace
 
 ReadablePage readablePage(const cv::Mat& frame)
@@ -109,6 +119,6 @@ ReadablePage readablePage(const cv::Mat& frame)
         cv::resize(rules, rules, page.clean.size(), 0, 0, cv::INTER_NEAREST);
         fullPaper.copyTo(page.clean, rules);
     }
-    cv::resize(evened(smooth, paper), page.smooth, page.clean.size(), 0, 0, cv::INTER_LINEAR);
+    cv::resize(widened(evened(smooth, paper)), page.smooth, page.clean.size(), 0, 0, cv::INTER_LINEAR);
     return page;
 }

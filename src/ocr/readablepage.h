@@ -9,7 +9,8 @@
 struct ReadablePage
 {
     cv::Mat clean; // for the engine: otherwise as scanned
-    // For the layout: low-passed, and the paper even, or its noise would be taken for boxes by the hundred.
+    // For the layout: low-passed, the paper even, or its noise would be taken for boxes by the hundred, and
+    // strokes a little wider.
     cv::Mat smooth;
 };
 

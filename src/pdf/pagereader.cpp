@@ -112,7 +112,7 @@ PageText readSheet(OcrEngine& engine, const QString& picture, const ReadingOptio
 class EnginePageReader::Worker
 {
 public:
-    Worker() : m_thread([this] { work(); }) {}
+    explicit Worker(int traceTo) : m_traceTo(traceTo), m_thread([this] { work(); }) {}
     ~Worker()
     {
         m_cancel = true;
@@ -161,6 +161,7 @@ private:
             const QString picture = m_picture;
             ReadingOptions options;
             options.symbols = m_symbols;
+            options.traceTo = m_traceTo;
             options.isCancelled = [this] { return m_cancel.load(); };
             lock.unlock();
             PageText page = readSheet(engine, picture, options);
@@ -171,6 +172,7 @@ private:
         }
     }
 
+    const int m_traceTo;
     std::mutex m_mutex;
     std::condition_variable m_wake;
     QString m_picture;
@@ -183,13 +185,13 @@ private:
     std::thread m_thread; // last: it uses the others
 };
 
-EnginePageReader::EnginePageReader() = default;
+EnginePageReader::EnginePageReader(int traceTo) : m_traceTo(traceTo) {}
 EnginePageReader::~EnginePageReader() = default;
 
 PageText EnginePageReader::read(const QString& picture, bool symbols, const std::function<bool()>& cancelled)
 {
     if (!m_worker)
-        m_worker = std::make_unique<Worker>();
+        m_worker = std::make_unique<Worker>(m_traceTo);
     m_worker->start(picture, symbols);
     while (!m_worker->isDone()) {
         QCoreApplication::processEvents();

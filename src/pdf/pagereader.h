@@ -36,11 +36,12 @@ public:
 class EnginePageReader : public PageReader
 {
 public:
-    EnginePageReader();
+    explicit EnginePageReader(int traceTo = 2); // file descriptor of the debug lines; -1: none
     ~EnginePageReader() override;
     PageText read(const QString& picture, bool symbols, const std::function<bool()>& cancelled) override;
 
 private:
     class Worker;
+    int m_traceTo;
     std::unique_ptr<Worker> m_worker;
 };

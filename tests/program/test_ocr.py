@@ -96,6 +96,13 @@ class TextDocuments(ProgramTest):
             self.assertAlmostEqual(left, 31.75 / 25.4 * 300 * 0.25, delta=6)  # quarter pixels at 300 dpi
             self.assertAlmostEqual(top, (38.1 + 50.8 * (place % 2)) / 25.4 * 300 * 0.25, delta=8)
 
+    def test_saved_scan_reads_the_logo_before_its_application_starts(self):
+        session = self.session(self.sheets(FIRST), [("Scan_Scan", "appStart", "true")])
+        text_page(os.path.join(session.root, "zarn.png"), SECOND)
+        session.start_program()
+        self.scan(session)
+        self.assertEqual(self.read(os.path.join(session.root, "test.txt")), normal(SECOND + SECOND + "二"))
+
     def test_cancel_keeps_the_scans_for_the_next_document(self):
         session = self.started(self.sheets(FIRST, SECOND, THIRD), {"docType": "1"})
         session.press_scan()
