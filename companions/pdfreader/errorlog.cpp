@@ -40,14 +40,12 @@ QStringList takeErrors()
 
 bool tellOfDamage(const QStringList& errors)
 {
-    static const QStringList signs = {
-        "flate",       "stream",      "JPEG",      "JPX",      "JBIG2",
-        "CCITTFax",    "LZW",         "Illegal",   "illegal",  "Unknown operator",
-        "End of file", "end of file", "Bad image", "Bad page", "Weird page contents",
-        "wrong type",  "Too few",     "Bad inline"};
+    static const QStringList signs = {"stream",      "JPEG",      "JPX",        "JBIG2",   "CCITTFax",
+                                      "Illegal",     "No font",   "wrong type", "Too few", "Unknown operator",
+                                      "end of file", "Bad image", "Bad page",   "inline",  "Unterminated"};
     return std::any_of(errors.begin(), errors.end(), [](const QString& error) {
         return std::any_of(signs.begin(), signs.end(),
-                           [&](const QString& sign) { return error.contains(sign); });
+                           [&](const QString& sign) { return error.contains(sign, Qt::CaseInsensitive); });
     });
 }
 

@@ -19,6 +19,61 @@ double distance(const QRectF& box, QPointF place)
     return QLineF(0, 0, dx, dy).length();
 }
 
+// A run of words that the library takes for a line. Where characters stand wide apart it takes the parts of
+// one line for columns.
+struct Piece
+{
+    std::vector<const Poppler::TextBox*> words;
+    QRectF box;
+
+    void add(const Poppler::TextBox* word)
+    {
+        words.push_back(word);
+        box |= word->boundingBox();
+    }
+    // A part of the same line of Chinese, not farther away than a blank. Real columns have more between them.
+    bool goesOnIn(const Piece& next) const
+    {
+        const double height = std::min(box.height(), next.box.height());
+        const double shared = std::min(box.bottom(), next.box.bottom()) - std::max(box.top(), next.box.top());
+        const double gap = next.box.left() - box.right();
+        return shared > 0.6 * height && gap > -0.3 * height && gap < 1.6 * height &&
+               (isIdeographic(words.back()->text().back().unicode()) ||
+                isIdeographic(next.words.front()->text().front().unicode()));
+    }
+};
+
+std::vector<Piece> joined(std::vector<Piece> pieces)
+{
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        for (size_t j = 0; j < pieces.size(); ++j) {
+            if (i == j || pieces[i].words.empty() || pieces[j].words.empty() ||
+                !pieces[i].goesOnIn(pieces[j]))
+                continue;
+            for (const Poppler::TextBox* word : pieces[j].words)
+                pieces[i].add(word);
+            pieces[j].words.clear();
+            j = size_t(-1); // the longer line may go on in one that was passed
+        }
+    }
+    return pieces;
+}
+
+std::vector<Piece> piecesOf(const std::vector<std::unique_ptr<Poppler::TextBox>>& words)
+{
+    std::vector<Piece> pieces;
+    bool open = false;
+    for (const auto& word : words) {
+        if (word->text().isEmpty())
+            continue;
+        if (!open)
+            pieces.emplace_back();
+        pieces.back().add(word.get());
+        open = word->nextWord() != nullptr;
+    }
+    return pieces;
+}
+
 std::vector<PageLink> readLinks(const Poppler::Page& page)
 {
     std::vector<PageLink> links;
@@ -58,18 +113,17 @@ std::shared_ptr<const PageText> PageText::read(const Poppler::Page& page)
     auto text = std::make_shared<PageText>();
     const QList<Poppler::TextBox*> all = page.textList();
     const std::vector<std::unique_ptr<Poppler::TextBox>> words(all.begin(), all.end());
-    for (const auto& word : words) {
-        const QVector<uint> characters = word->text().toUcs4();
-        QVector<QRectF> boxes;
-        for (int i = 0; i < characters.size(); ++i)
-            boxes << word->charBoundingBox(i);
-        text->addWord(word->text(), boxes);
-        if (word->nextWord() == nullptr)
-            text->endLine();
-        else if (word->hasSpaceAfter())
-            text->addBlank();
+    for (const Piece& piece : joined(piecesOf(words))) {
+        for (const Poppler::TextBox* word : piece.words) {
+            QVector<QRectF> boxes;
+            for (int i = 0; i < word->text().toUcs4().size(); ++i)
+                boxes << word->charBoundingBox(i);
+            text->addWord(word->text(), boxes);
+            if (word->nextWord() == nullptr || word->hasSpaceAfter())
+                text->addBlank();
+        }
+        text->endLine();
     }
-    text->endLine();
     text->m_links = readLinks(page);
     return text;
 }

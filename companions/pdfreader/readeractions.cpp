@@ -84,6 +84,7 @@ void ReaderActions::addToolBar()
     m_page->setKeyboardTracking(false);
     m_page->setButtonSymbols(QAbstractSpinBox::NoButtons);
     m_page->setAlignment(Qt::AlignRight);
+    m_page->setMinimumWidth(m_page->fontMetrics().horizontalAdvance("000000"));
     m_zoom->setAccessibleName(tr("缩放"));
     m_zoom->setEditable(true);
     m_zoom->setInsertPolicy(QComboBox::NoInsert);
@@ -133,8 +134,13 @@ void ReaderActions::setDocument(bool isOpen, bool mayCopy, bool mayPrint)
     print->setEnabled(isOpen && mayPrint);
     m_page->setEnabled(isOpen);
     m_zoom->setEnabled(isOpen);
-    if (!isOpen)
-        m_pages->clear();
+    m_page->setSpecialValueText(isOpen ? "" : " ");
+    if (isOpen)
+        return;
+    const QSignalBlocker quiet(m_page);
+    m_page->setRange(0, 0);
+    m_pages->clear();
+    m_zoom->clearEditText();
 }
 
 void ReaderActions::setPage(int page, int pages)
@@ -151,6 +157,8 @@ void ReaderActions::setPage(int page, int pages)
 
 void ReaderActions::setZoom(double factor, bool fitsWidth, bool fitsPage)
 {
+    if (!m_zoom->isEnabled())
+        return;
     m_zoom->setEditText(QStringLiteral("%1%").arg(std::lround(factor * 100)));
     fitWidth->setChecked(fitsWidth);
     fitPage->setChecked(fitsPage);

@@ -91,7 +91,7 @@ void ReaderWindow::buildParts()
     m_splitter->addWidget(right);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setCollapsible(1, false);
-    m_splitter->setSizes({200, 900});
+    m_splitter->setSizes({240, 860});
     setCentralWidget(m_splitter);
 }
 

@@ -57,7 +57,7 @@ void TstReaderParts::textIsFoundAsItIsRead()
         for (int i = 0; i < lines[line].size(); ++i)
             if (lines[line][i] != QChar(0x3000))
                 letters << PdfFile::Text{50.0 + i * 15, 100.0 + line * 20, lines[line].mid(i, 1), 12};
-    letters << PdfFile::Text{50, 300, "Annual", 10} << PdfFile::Text{120, 300, "Report", 10};
+    letters << PdfFile::Text{50, 300, "Annual", 10} << PdfFile::Text{113, 300, "Report", 10};
     file.addTextPage(letters);
     const PageTextPtr text = read(file);
     QVERIFY(text);

@@ -93,7 +93,7 @@ PdfFile TstReaderWindow::textFile(int pages)
     for (int page = 0; page < pages; ++page)
         file.addTextPage({{60, 100, "关于召开会", 12},
                           {60, 120, "议的通知", 12},
-                          {60, 300, QString("page %1").arg(page + 1), 12}});
+                          {60, 300, QString("第%1页").arg(page + 1), 12}});
     return file;
 }
 
@@ -185,9 +185,10 @@ void TstReaderWindow::pagesOutlineAndZoom()
     QTRY_VERIFY(view.viewportPoint(3, {0, 421}).y() <= 12); // the middle of the page stands at the top
 
     auto* field = part<QSpinBox>();
-    QCOMPARE(field->value(), 4);
+    QCOMPARE(field->text(), QString("4"));
     for (int page = 0; page < colours.size(); ++page) {
         field->setValue(page + 1);
+        QCOMPARE(field->text(), QString::number(page + 1));
         QCOMPARE(view.currentPage(), page);
         QTRY_COMPARE(seenColour(page), colours[page]);
     }
@@ -223,7 +224,7 @@ void TstReaderWindow::searchAndSelection()
     auto* bar = part<SearchBar>();
     auto* wanted = bar->findChild<QLineEdit*>();
     QTRY_VERIFY(wanted->isVisible());
-    QTest::keyClicks(wanted, "会议"); // over the end of a line
+    wanted->setText("会议"); // over the end of a line
     QTest::keyClick(wanted, Qt::Key_Return);
     QTRY_VERIFY(shows("第 31 处，共 40 处"));
     QCOMPARE(view.currentPage(), 30); // the next one from where one was
@@ -246,10 +247,11 @@ void TstReaderWindow::searchAndSelection()
     view.goTo(4);
     QTRY_VERIFY((view.selectAllOnPage(), view.hasSelection()));
     QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QString("关于召开会\n议的通知\npage 5"));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString("关于召开会\n议的通知\n第5页"));
     QWidget* port = view.viewport();
     QTest::mousePress(port, Qt::LeftButton, {}, view.viewportPoint(4, {85, 97}));
-    QTest::mouseMove(port, view.viewportPoint(4, {97, 117}));
+    QMouseEvent move(QEvent::MouseMove, view.viewportPoint(4, {97, 117}), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(port, &move); // Qt Test would move the real pointer
     QTest::mouseRelease(port, Qt::LeftButton, {}, view.viewportPoint(4, {97, 117}));
     view.copy();
     QCOMPARE(QGuiApplication::clipboard()->text(), QString("召开会\n议的通"));
@@ -263,19 +265,18 @@ void TstReaderWindow::damagedPagesTellSo()
             picture.setPixel(x, y, qRgb(x * y, x ^ y, x + y));
     QBuffer jpeg;
     picture.save(&jpeg, "JPG");
-    QByteArray zipped = qCompress(QByteArray(400 * 560 * 3, 'x') + jpeg.data()).mid(4);
-    zipped.replace(zipped.size() / 2, 40, QByteArray(40, '\xff'));
+    const QByteArray zipped = qCompress(QByteArray(400 * 560 * 3, 'x') + jpeg.data()).mid(4);
     PdfFile file;
     file.addImagePage("DCTDecode", jpeg.data(), picture.size());
-    file.addImagePage("DCTDecode", jpeg.data().left(jpeg.data().size() / 3), picture.size());
-    file.addImagePage("FlateDecode", zipped, picture.size());
-    file.addBadPage();
+    file.addImagePage("DCTDecode", jpeg.data().mid(1000), picture.size());
+    file.addImagePage("FlateDecode", zipped.left(500), picture.size());
     file.addColourPage(Qt::green);
+    file.addBadPage();
     QVERIFY(file.save(path("hurt.pdf")));
     open("hurt.pdf");
     PageView& view = m_window->view();
     QCOMPARE(view.pageCount(), 5);
-    const QStringList faults{"", "第 2 页有损坏", "第 3 页有损坏", "第 4 页已损坏，无法显示", ""};
+    const QStringList faults{"", "第 2 页有损坏", "第 3 页有损坏", "", "第 5 页已损坏，无法显示"};
     for (int page = 0; page < 5; ++page) {
         view.goTo(page);
         QTRY_VERIFY(view.cache().standIn(page) != nullptr);
@@ -284,7 +285,7 @@ void TstReaderWindow::damagedPagesTellSo()
                  qPrintable(QString("%1: %2").arg(page + 1).arg(view.cache().faultOf(page))));
     }
     QByteArray broken = textFile(3).bytes();
-    broken.truncate(broken.indexOf("xref\n"));
+    broken.replace("startxref\n", "startxref\n7"); // the index is not where it should be
     QFile cut(path("cut.pdf"));
     QVERIFY(cut.open(QIODevice::WriteOnly) && cut.write(broken) > 0);
     cut.close();
