@@ -52,6 +52,8 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
 
     createFunctionPanels(*m_scanPage);
     createFunctionPanels(*m_filePage);
+    setFixedSize(sizeHint()); // the largest panel fits
+    move(QGuiApplication::primaryScreen()->availableGeometry().center() - rect().center());
     createWholeSet();
     selectStartTemplate();
     restoreShellState();

@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QDebug>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPainter>
 #include <QStyle>
 
@@ -69,6 +70,11 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
         return pictureOf(index);
     if (index.isValid() && index.column() == Date && role == Qt::DisplayRole)
         return lastModified(index).toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+    if (index.isValid() && index.column() == Size && role == Qt::DisplayRole) {
+        const qint64 bytes = size(index);
+        return bytes < 1024 ? tr("%1 字节").arg(bytes)
+                            : QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+    }
     return QFileSystemModel::data(index, role);
 }
 

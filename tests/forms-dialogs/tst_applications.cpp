@@ -3,6 +3,7 @@
 #include "driving.h"
 #include "forms/append.h"
 #include "forms/desktopentrydialog.h"
+#include "forms/templatename.h"
 #include "imageconvert/launcher.h"
 
 #include <QListWidget>
@@ -137,6 +138,10 @@ private slots:
         QTest::keyClick(presets, Qt::Key_Down); // the desktop's default
         QCOMPARE(filled.entry(), (AppEntry{QStringLiteral("系统默认程序"), QString()}));
         checkReachable(filled);
+        filled.hide();
+        TemplateName name("a", [](const QString&) { return false; });
+        open(name);
+        checkReachable(name);
     }
 
     void aListOfEntriesIsChosenFrom()
