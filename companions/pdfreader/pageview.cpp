@@ -27,6 +27,7 @@ PageView::PageView(DocumentWorker& worker, const SearchHits& hits, QWidget* pare
 void PageView::setDocument(const DocumentInfo& info)
 {
     clear();
+    m_mayCopy = info.mayCopy;
     m_layout.setPages(info.pages);
     relayout({});
     emit pageChanged(m_page);
@@ -154,6 +155,7 @@ void PageView::paintEvent(QPaintEvent* event)
     painter.fillRect(event->rect(), palette().color(QPalette::Mid));
     if (pageCount() == 0)
         return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform); // for stand-ins; a tile is drawn pixel by pixel
     painter.translate(-origin());
     const auto [first, last] = m_layout.pagesIn(origin().y(), origin().y() + viewport()->height());
     for (int page = first; page <= last; ++page)

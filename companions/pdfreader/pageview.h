@@ -98,6 +98,7 @@ private:
     QVector<TileKey> m_askedSeen, m_askedAhead;
     QHash<int, PageTextPtr> m_texts; // of the pages that are seen
     QVector<int> m_askedTexts;
+    bool m_mayCopy = true;
     bool m_selectAllWaits = false; // for the page's text
     TextSelection m_selection;
     Drag m_drag = Drag::None;

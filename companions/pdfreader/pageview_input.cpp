@@ -139,7 +139,8 @@ void PageView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && (event->pos() - m_pressed).manhattanLength() < 4) {
         if (const PageLink* link = linkUnder(event->pos()))
             follow(*link);
-    } else if (drag == Drag::Select && hasSelection() && QGuiApplication::clipboard()->supportsSelection()) {
+    } else if (drag == Drag::Select && m_mayCopy && hasSelection() &&
+               QGuiApplication::clipboard()->supportsSelection()) {
         QGuiApplication::clipboard()->setText(m_selection.text(), QClipboard::Selection);
     }
     if (drag != Drag::None)
@@ -160,7 +161,7 @@ void PageView::mouseDoubleClickEvent(QMouseEvent* event)
 
 void PageView::copy() const
 {
-    if (hasSelection())
+    if (m_mayCopy && hasSelection())
         QGuiApplication::clipboard()->setText(m_selection.text());
 }
 

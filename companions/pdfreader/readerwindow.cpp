@@ -41,7 +41,11 @@ ReaderWindow::ReaderWindow() : m_actions(new ReaderActions(this))
     m_messageText->setText(tr("按 Ctrl+O 打开 PDF 文件，或把文件拖到这里。"));
 }
 
-ReaderWindow::~ReaderWindow() = default;
+// The parts refer to members, so they go first.
+ReaderWindow::~ReaderWindow()
+{
+    delete takeCentralWidget();
+}
 
 void ReaderWindow::buildParts()
 {

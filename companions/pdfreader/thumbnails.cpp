@@ -27,6 +27,9 @@ protected:
         option->decorationPosition = QStyleOptionViewItem::Top;
         option->decorationSize = kBox;
         option->displayAlignment = Qt::AlignHCenter;
+        const QPixmap picture = QPixmap::fromImage(index.data(Qt::DecorationRole).value<QImage>());
+        if (!picture.isNull())
+            option->icon.addPixmap(picture, QIcon::Selected); // as it is, not tinted
     }
 };
 
