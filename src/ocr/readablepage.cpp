@@ -22,6 +22,7 @@ constexpr double kNoiseFactor = 5, kLeastContrast = 8, kMostContrast = 30;
 // Ink of the layout's picture is widened by this much at each side: short rows (page numbers, the last word
 // of a paragraph) have too little ink to be seen as rows, or to be seen in their full height.
 constexpr int kWidened = 1;
+constexpr int kEdge = 6;            // 1 mm: the shadow of a cropped page's edge
 constexpr double kDeviation = 1.48; // standard deviation of a normal distribution by its median
 
 cv::Mat blurred(const cv::Mat& half)
@@ -31,10 +32,34 @@ cv::Mat blurred(const cv::Mat& half)
     return out;
 }
 
+// The page on the white frame: from the top left to the last row and column that are not white all over.
+cv::Size pageWithin(const cv::Mat& frame)
+{
+    cv::Mat columns, rows;
+    cv::reduce(frame, columns, 0, cv::REDUCE_MIN);
+    cv::reduce(frame, rows, 1, cv::REDUCE_MIN);
+    cv::Size page = frame.size();
+    while (page.width > 1 && columns.at<uchar>(0, page.width - 1) == 255)
+        --page.width;
+    while (page.height > 1 && rows.at<uchar>(page.height - 1, 0) == 255)
+        --page.height;
+    return page;
+}
+
+// Lays a picture of the page out to the frame, going on as it ends.
+cv::Mat extended(const cv::Mat& page, const cv::Size& frame)
+{
+    cv::Mat out;
+    cv::copyMakeBorder(page, out, 0, frame.height - page.rows, 0, frame.width - page.cols,
+                       cv::BORDER_REPLICATE);
+    return out;
+}
+
 cv::Mat paperOf(const cv::Mat& half)
 {
     cv::Mat paper;
-    cv::resize(half, paper, cv::Size(half.cols / kPaperGrain, half.rows / kPaperGrain), 0, 0, cv::INTER_AREA);
+    const cv::Size small(std::max(1, half.cols / kPaperGrain), std::max(1, half.rows / kPaperGrain));
+    cv::resize(half, paper, small, 0, 0, cv::INTER_AREA);
     cv::medianBlur(paper, paper, kPaperReach);
     cv::resize(paper, paper, half.size(), 0, 0, cv::INTER_LINEAR);
     return paper;
@@ -79,15 +104,24 @@ int medianOf(const cv::Mat& levels)
     return level;
 }
 
-// Paper and its noise get the paper's colour.
-cv::Mat evened(const cv::Mat& smooth, const cv::Mat& paper)
+// Paper and its noise get the paper's colour, and so does what lies outside of `written`: the step from a
+// coloured page to the white frame, and the shadow of its edge, would be ink that joins all rows.
+cv::Mat evened(const cv::Mat& smooth, const cv::Mat& paper, const cv::Rect& written)
 {
-    cv::Mat difference, out = smooth.clone();
-    cv::absdiff(smooth, paper, difference);
-    const double noise = kDeviation * medianOf(difference);
+    cv::Mat difference, out = paper.clone();
+    smooth(written).copyTo(out(written));
+    cv::absdiff(out, paper, difference);
+    const double noise = kDeviation * medianOf(difference(written).clone());
     const double contrast = std::clamp(kNoiseFactor * noise, kLeastContrast, kMostContrast);
     paper.copyTo(out, difference < contrast);
     return out;
+}
+
+cv::Rect withoutEdge(const cv::Rect& page)
+{
+    if (page.width <= 4 * kEdge || page.height <= 4 * kEdge)
+        return page;
+    return {page.x + kEdge, page.y + kEdge, page.width - 2 * kEdge, page.height - 2 * kEdge};
 }
 
 cv::Mat widened(const cv::Mat& smooth)
@@ -108,17 +142,22 @@ ReadablePage readablePage(const cv::Mat& frame)
         page.clean = frame;
     cv::Mat half, fullPaper;
     cv::resize(page.clean, half, cv::Size(), kHalf, kHalf, cv::INTER_AREA);
-    const cv::Mat paper = paperOf(half);
-    cv::Mat smooth = blurred(half);
+    const cv::Size size = pageWithin(page.clean);
+    const cv::Rect inside(0, 0, std::max(1, size.width / 2), std::max(1, size.height / 2));
+    const bool cropped = inside.size() != half.size();
+    const cv::Mat paper = extended(paperOf(half(inside)), half.size());
+    const auto smoothed = [&] { return extended(blurred(half(inside)), half.size()); };
+    cv::Mat smooth = smoothed();
     cv::Mat rules = findRules(smooth);
     if (!rules.empty()) {
         paper.copyTo(half, rules);
-        smooth = blurred(half);
+        smooth = smoothed();
         page.clean = page.clean.clone(); // a grey frame is the caller's
         cv::resize(paper, fullPaper, page.clean.size(), 0, 0, cv::INTER_LINEAR);
         cv::resize(rules, rules, page.clean.size(), 0, 0, cv::INTER_NEAREST);
         fullPaper.copyTo(page.clean, rules);
     }
-    cv::resize(widened(evened(smooth, paper)), page.smooth, page.clean.size(), 0, 0, cv::INTER_LINEAR);
+    const cv::Mat even = evened(smooth, paper, cropped ? withoutEdge(inside) : inside);
+    cv::resize(widened(even), page.smooth, page.clean.size(), 0, 0, cv::INTER_LINEAR);
     return page;
 }

@@ -47,6 +47,7 @@ private slots:
     void tablesFallApartIntoCells();
     void noiseMakesNoBoxes_data();
     void noiseMakesNoBoxes();
+    void aCroppedPageIsNoBox();
     void textAndPicturesOutliveTheRulesRemoval();
     void linesOfOneParagraphJoin_data();
     void linesOfOneParagraphJoin();
@@ -190,6 +191,27 @@ void TestOcrLayout::noiseMakesNoBoxes()
     cv::randn(grain, 0, noise);
     cv::add(grey, grain, grey, cv::noArray(), CV_8U);
     QVERIFY(std::abs(findTextBoxes(readablePage(grey).smooth).size() - 12) <= (noise > 10 ? 2 : 0));
+}
+
+// Yellowed paper with the shadow of its edges, smaller than the frame: neither the edge nor the step to the
+// white frame joins the rows.
+void TestOcrLayout::aCroppedPageIsNoBox()
+{
+    QImage page = drawntext::paper(1500, 2000);
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(46));
+    for (int i = 0; i < 9; ++i)
+        painter.drawText(150, 200 + 200 * i, drawntext::story().mid(17 * i, 25));
+    painter.end();
+    cv::Mat grey;
+    cv::cvtColor(drawntext::toMat(page), grey, cv::COLOR_BGR2GRAY);
+    grey.convertTo(grey, CV_8U, 0.8, 20);
+    cv::rectangle(grey, cv::Rect(0, 0, 1500, 2000), cv::Scalar(150), 6);
+    cv::Mat grain(grey.size(), CV_16SC1);
+    cv::theRNG().state = 5;
+    cv::randn(grain, 0, 4);
+    cv::add(grey, grain, grey, cv::noArray(), CV_8U);
+    QCOMPARE(findTextBoxes(readablePage(layOnFrame(grey, 300)).smooth).size(), 9);
 }
 
 void TestOcrLayout::textAndPicturesOutliveTheRulesRemoval()
