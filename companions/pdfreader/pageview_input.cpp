@@ -30,10 +30,14 @@ void PageView::keyPressEvent(QKeyEvent* event)
     const bool wide = horizontalScrollBar()->maximum() > 0;
     const bool plain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
     const int key = plain ? event->key() : 0;
-    if (key == Qt::Key_Space)
-        bar->triggerAction(event->modifiers() & Qt::ShiftModifier ? QScrollBar::SliderPageStepSub
-                                                                  : QScrollBar::SliderPageStepAdd);
-    else if (key == Qt::Key_Home)
+    const bool back =
+        key == Qt::Key_PageUp || (key == Qt::Key_Space && (event->modifiers() & Qt::ShiftModifier));
+    if (back || key == Qt::Key_PageDown || key == Qt::Key_Space) {
+        if (m_zoom.mode == ZoomMode::Page) // a screenful is a page
+            turnPage(back ? -1 : 1);
+        else
+            bar->triggerAction(back ? QScrollBar::SliderPageStepSub : QScrollBar::SliderPageStepAdd);
+    } else if (key == Qt::Key_Home)
         goTo(0);
     else if (key == Qt::Key_End)
         bar->setValue(bar->maximum());

@@ -12,6 +12,14 @@ namespace {
 // Scans have no more than this, and an A4 page at 600 would take 140 MB.
 constexpr double kMostDpi = 300;
 
+QVector<int> repeated(const QVector<int>& pages, int copies, bool collated)
+{
+    QVector<int> all;
+    for (int i = 0; i < pages.size() * copies; ++i)
+        all << pages[collated ? i % pages.size() : i / copies];
+    return all;
+}
+
 } // namespace
 
 QVector<int> pagesToPrint(const QPrinter& printer, int pageCount, int currentPage)
@@ -28,7 +36,8 @@ QVector<int> pagesToPrint(const QPrinter& printer, int pageCount, int currentPag
         pages << page;
     if (printer.pageOrder() == QPrinter::LastPageFirst)
         std::reverse(pages.begin(), pages.end());
-    return pages;
+    return printer.supportsMultipleCopies() ? pages
+                                            : repeated(pages, printer.copyCount(), printer.collateCopies());
 }
 
 QRect placeOnPaper(QSizeF pagePixels, QSize paper, bool fitToPaper)

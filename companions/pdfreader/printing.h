@@ -17,7 +17,8 @@ struct PrintOrder
     bool fitToPaper = true;            // else the true size
 };
 
-// The pages that the dialog's choice means, from 0, turned round for a printer that wants the last one first.
+// The pages that the dialog's choice means, from 0, turned round for a printer that wants the last one
+// first, and repeated for one that makes no copies itself.
 QVector<int> pagesToPrint(const QPrinter& printer, int pageCount, int currentPage);
 
 // Where a page goes on the paper's printable area (pixels), in the middle and with its shape kept.

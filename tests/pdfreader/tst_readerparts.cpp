@@ -240,6 +240,12 @@ void TstReaderParts::printingPlacesPages()
     printer.setFromTo(2, 9);
     printer.setPageOrder(QPrinter::LastPageFirst);
     QCOMPARE(pagesToPrint(printer, 3, 0), (QVector<int>{2, 1}));
+    printer.setCopyCount(2);
+    printer.setCollateCopies(true);
+    QVERIFY(!printer.supportsMultipleCopies());
+    QCOMPARE(pagesToPrint(printer, 3, 0), (QVector<int>{2, 1, 2, 1}));
+    printer.setCollateCopies(false);
+    QCOMPARE(pagesToPrint(printer, 3, 0), (QVector<int>{2, 2, 1, 1}));
 }
 
 void TstReaderParts::aPrintedFileHasItsPages()

@@ -11,7 +11,9 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMessageBox>
 #include <QProcess>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
@@ -37,6 +39,7 @@ private slots:
     void damagedPagesTellSo();
     void manyLargePagesStayInBounds();
     void aChangedFileIsOffered();
+    void printingRunsBesideTheView();
     void settingsAreRemembered();
 
 private:
@@ -195,6 +198,11 @@ void TstReaderWindow::pagesOutlineAndZoom()
     view.goTo(1);
     QTest::keyClick(&view, Qt::Key_0, Qt::ControlModifier); // the page fits
     QCOMPARE(view.currentPage(), 1);
+    QTest::keyClick(&view, Qt::Key_PageDown);
+    QTest::keyClick(&view, Qt::Key_Space);
+    QCOMPARE(view.currentPage(), 3);
+    QTest::keyClick(&view, Qt::Key_Space, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_PageUp);
     QVERIFY(view.viewportPoint(1, {0, 0}).y() >= 0 &&
             view.viewportPoint(1, {0, 842}).y() <= view.viewport()->height());
     part<QComboBox>()->setEditText("700%"); // larger than one picture may be
@@ -328,6 +336,31 @@ void TstReaderWindow::aChangedFileIsOffered()
     QCOMPARE(m_window->view().currentPage(), 1);
     QVERIFY(QFile::remove(path("changing.pdf")));
     QTRY_VERIFY(shows("文件已被移走或删除"));
+}
+
+void TstReaderWindow::printingRunsBesideTheView()
+{
+    QVERIFY(textFile(3).save(path("text.pdf")));
+    open("text.pdf");
+    const auto print = [this](const QString& target, const QVector<int>& pages) {
+        PrintOrder order{std::make_shared<QPrinter>(QPrinter::HighResolution), pages, true};
+        order.printer->setOutputFileName(target);
+        m_window->printTo(order);
+        QVERIFY(part<QProgressDialog>());
+        QTRY_VERIFY(!part<QProgressDialog>());
+    };
+    print(path("out.pdf"), {0, 2});
+    QVERIFY(QFile::exists(path("out.pdf")) && !part<QMessageBox>());
+    print("/nowhere/out.pdf", {0});
+    QTRY_VERIFY(part<QMessageBox>());
+    QVERIFY(part<QMessageBox>()->text().contains("/nowhere/out.pdf"));
+    part<QMessageBox>()->close();
+    PrintOrder endless{std::make_shared<QPrinter>(), QVector<int>(500, 1), true};
+    endless.printer->setOutputFileName(path("never.pdf"));
+    m_window->printTo(endless);
+    part<QProgressDialog>()->cancel();
+    QTRY_VERIFY(!part<QProgressDialog>());
+    QVERIFY(QDir(m_folder.path()).entryList({"never*"}).isEmpty());
 }
 
 void TstReaderWindow::settingsAreRemembered()
