@@ -22,7 +22,8 @@ constexpr double kNoiseFactor = 5, kLeastContrast = 8, kMostContrast = 30;
 // Ink of the layout's picture is widened by this much at each side: short rows (page numbers, the last word
 // of a paragraph) have too little ink to be seen as rows, or to be seen in their full height.
 constexpr int kWidened = 1;
-constexpr int kEdge = 6;            // 1 mm: the shadow of a cropped page's edge
+constexpr int kEdge = 6; // 1 mm: the shadow of a cropped page's edge
+constexpr int kWhite = 250;
 constexpr double kDeviation = 1.48; // standard deviation of a normal distribution by its median
 
 cv::Mat blurred(const cv::Mat& half)
@@ -46,11 +47,11 @@ cv::Size pageWithin(const cv::Mat& frame)
     return page;
 }
 
-// Lays a picture of the page out to the frame, going on as it ends.
-cv::Mat extended(const cv::Mat& page, const cv::Size& frame)
+// The paper of `part`, going on to the frame as it ends.
+cv::Mat extended(const cv::Mat& paper, const cv::Rect& part, const cv::Size& frame)
 {
     cv::Mat out;
-    cv::copyMakeBorder(page, out, 0, frame.height - page.rows, 0, frame.width - page.cols,
+    cv::copyMakeBorder(paper, out, part.y, frame.height - part.br().y, part.x, frame.width - part.br().x,
                        cv::BORDER_REPLICATE);
     return out;
 }
@@ -104,24 +105,27 @@ int medianOf(const cv::Mat& levels)
     return level;
 }
 
-// Paper and its noise get the paper's colour, and so does what lies outside of `written`: the step from a
-// coloured page to the white frame, and the shadow of its edge, would be ink that joins all rows.
+// What is written on of a page on its frame: not the shadow of a cropped page's edge. All of the frame where
+// the paper is as white as the frame itself, for then the last ink is not the page's end.
+cv::Rect writtenPart(const cv::Mat& half, const cv::Size& fullPage)
+{
+    const cv::Rect frame(cv::Point(), half.size());
+    const cv::Rect page(0, 0, std::max(1, fullPage.width / 2), std::max(1, fullPage.height / 2));
+    if (page == frame || page.width <= 4 * kEdge || page.height <= 4 * kEdge ||
+        medianOf(half(page).clone()) >= kWhite)
+        return frame;
+    return {kEdge, kEdge, page.width - 2 * kEdge, page.height - 2 * kEdge};
+}
+
+// Paper and its noise get the paper's colour.
 cv::Mat evened(const cv::Mat& smooth, const cv::Mat& paper, const cv::Rect& written)
 {
-    cv::Mat difference, out = paper.clone();
-    smooth(written).copyTo(out(written));
-    cv::absdiff(out, paper, difference);
+    cv::Mat difference, out = smooth.clone();
+    cv::absdiff(smooth, paper, difference);
     const double noise = kDeviation * medianOf(difference(written).clone());
     const double contrast = std::clamp(kNoiseFactor * noise, kLeastContrast, kMostContrast);
     paper.copyTo(out, difference < contrast);
     return out;
-}
-
-cv::Rect withoutEdge(const cv::Rect& page)
-{
-    if (page.width <= 4 * kEdge || page.height <= 4 * kEdge)
-        return page;
-    return {page.x + kEdge, page.y + kEdge, page.width - 2 * kEdge, page.height - 2 * kEdge};
 }
 
 cv::Mat widened(const cv::Mat& smooth)
@@ -142,11 +146,15 @@ ReadablePage readablePage(const cv::Mat& frame)
         page.clean = frame;
     cv::Mat half, fullPaper;
     cv::resize(page.clean, half, cv::Size(), kHalf, kHalf, cv::INTER_AREA);
-    const cv::Size size = pageWithin(page.clean);
-    const cv::Rect inside(0, 0, std::max(1, size.width / 2), std::max(1, size.height / 2));
-    const bool cropped = inside.size() != half.size();
-    const cv::Mat paper = extended(paperOf(half(inside)), half.size());
-    const auto smoothed = [&] { return extended(blurred(half(inside)), half.size()); };
+    const cv::Rect written = writtenPart(half, pageWithin(page.clean));
+    const cv::Mat paper = extended(paperOf(half(written)), written, half.size());
+    // The step from coloured paper to the white frame would be ink that joins all rows: paper goes on
+    // instead.
+    const auto smoothed = [&] {
+        cv::Mat out = paper.clone();
+        blurred(half(written)).copyTo(out(written));
+        return out;
+    };
     cv::Mat smooth = smoothed();
     cv::Mat rules = findRules(smooth);
     if (!rules.empty()) {
@@ -157,7 +165,7 @@ ReadablePage readablePage(const cv::Mat& frame)
         cv::resize(rules, rules, page.clean.size(), 0, 0, cv::INTER_NEAREST);
         fullPaper.copyTo(page.clean, rules);
     }
-    const cv::Mat even = evened(smooth, paper, cropped ? withoutEdge(inside) : inside);
-    cv::resize(widened(even), page.smooth, page.clean.size(), 0, 0, cv::INTER_LINEAR);
+    cv::resize(widened(evened(smooth, paper, written)), page.smooth, page.clean.size(), 0, 0,
+               cv::INTER_LINEAR);
     return page;
 }

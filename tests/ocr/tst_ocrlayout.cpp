@@ -212,6 +212,13 @@ void TestOcrLayout::aCroppedPageIsNoBox()
     cv::randn(grain, 0, 4);
     cv::add(grey, grain, grey, cv::noArray(), CV_8U);
     QCOMPARE(findTextBoxes(readablePage(layOnFrame(grey, 300)).smooth).size(), 9);
+
+    // On white paper the last stroke is not the page's end: nothing is taken from it.
+    cv::Mat white(kPageFrame, CV_8UC1, cv::Scalar(255));
+    white(cv::Rect(300, 500, 1200, 40)).setTo(0);
+    cv::Mat low;
+    cv::threshold(readablePage(white).smooth, low, 128, 255, cv::THRESH_BINARY_INV);
+    QVERIFY(std::abs(cv::boundingRect(low).br().y - 540) <= 2);
 }
 
 void TestOcrLayout::textAndPicturesOutliveTheRulesRemoval()
