@@ -52,6 +52,8 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
 
     createFunctionPanels(*m_scanPage);
     createFunctionPanels(*m_filePage);
+    ui->functionStack->layout()->invalidate(); // it does not notice what came to it
+    ui->functionStack->updateGeometry();
     setFixedSize(sizeHint()); // the largest panel fits
     move(QGuiApplication::primaryScreen()->availableGeometry().center() - rect().center());
     createWholeSet();

@@ -11,6 +11,7 @@
 #include "ui_functionform.h"
 
 #include <QDir>
+#include <QGridLayout>
 #include <QLineEdit>
 
 FunctionForm::FunctionForm(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::FunctionForm>())
@@ -119,7 +120,16 @@ void FunctionForm::setUp(const ScanPageControls& controls, const FunctionGroups&
 
 void FunctionForm::showExtraCopies()
 {
+    auto* grid = qobject_cast<QGridLayout*>(m_ui->correctionGroupBox->layout());
+    const int place = grid ? grid->indexOf(m_ui->previewPushButton) : -1;
     m_ui->outMutiImgCheckBox->show();
+    if (place < 0)
+        return;
+    int row = 0, column = 0, rows = 0, columns = 0;
+    grid->getItemPosition(place, &row, &column, &rows, &columns);
+    m_ui->previewPushButton->hide(); // the window's own button shows a preview
+    grid->removeWidget(m_ui->outMutiImgCheckBox);
+    grid->addWidget(m_ui->outMutiImgCheckBox, row, column, rows, columns);
 }
 
 QPushButton* FunctionForm::previewButton() const

@@ -41,7 +41,8 @@ public:
     const FunctionControls& function() const { return *m_function; }
     FunctionSettings& settings() { return *m_settings; }
     QPushButton* previewButton() const;
-    void showExtraCopies(); // for a panel whose pages become pictures: the box of further copies
+    // For a panel whose pages become pictures: the box of further copies in the place of the preview button.
+    void showExtraCopies();
 
     QString folder() const; // the chosen save folder, without a trailing "/"
     void setFolder(const QString& folder);

@@ -32,7 +32,7 @@ FolderPanel::FolderPanel(const Function& function, const QString& page, QWidget*
     m_tabs->addTab(filesPage, tr("文件(&J)"));
     auto* formPage = new QWidget(this);
     auto* formLayout = new QVBoxLayout(formPage);
-    formLayout->setContentsMargins(6, 6, 6, 6);
+    formLayout->setContentsMargins(6, 4, 6, 4);
     formLayout->addWidget(m_form);
     m_tabs->addTab(formPage, tr("扫描设定(&Z)"));
     m_tabs->setAccessibleName(tr("文件与扫描设定"));
@@ -51,7 +51,6 @@ void FolderPanel::setUpForm(const QString& page, const QString& group)
     split->setObjectName(QStringLiteral("splitCheckBox"));
     split->setToolTip(tr("每一页切成两半，分别保存"));
     m_form->addToPages(split);
-    m_form->previewButton()->hide(); // the window's own button shows a preview
     m_form->showExtraCopies();
     ScanPageControls c = m_form->controls();
     c.split = split;

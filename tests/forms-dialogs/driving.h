@@ -118,9 +118,11 @@ inline void checkReachable(QWidget& window)
              {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractSpinBox", "QSlider", "QGraphicsView"})
             input = input || widget->inherits(type);
         const bool part = widget->objectName().startsWith(QLatin1String("qt_"));
-        if (!input || part || !widget->isEnabled() || !widget->isVisible())
+        if (!input || part || !widget->isEnabled() || !widget->isVisible() || widget->window() != &window)
             continue;
-        const QString name = widget->objectName() + " " + widget->metaObject()->className();
+        const QString name = QString("%1: %2 %3")
+                                 .arg(window.metaObject()->className(), widget->objectName(),
+                                      widget->metaObject()->className());
         QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
         QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(),
                  qPrintable(name + " has no accessible name"));
