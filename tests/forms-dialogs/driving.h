@@ -111,6 +111,9 @@ inline void checkReachable(QWidget& window)
 {
     window.activateWindow(); // a dialog that has just opened has no focus yet
     QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTRY_COMPARE(QApplication::activeWindow(), &window);
+    if (!QApplication::focusWidget())
+        window.setFocus();
     const QVector<QWidget*> reached = tabOrder(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
         bool input = false;
@@ -129,6 +132,6 @@ inline void checkReachable(QWidget& window)
         // the Tab key reaches one button of a radio group, the arrow keys the others
         QVERIFY2(reached.contains(widget) || reached.contains(widget->focusProxy()) ||
                      widget->inherits("QRadioButton"),
-                 qPrintable(name + " is not reached by Tab"));
+                 qPrintable(name + QString(" is not reached by Tab, but %1 others").arg(reached.size())));
     }
 }

@@ -182,7 +182,9 @@ private slots:
         m_form->ui.functionStack->setCurrentWidget(m_form->ui.filePage);
         moveAll(m_form->file->c, "File_Scan", [&] { storePage(*m_form->file, "File_Scan"); });
         FunctionForm panel;
-        panel.setUp(panel.controls(), panelGroups("File", "OCR"));
+        ScanPageControls controls = panel.controls();
+        controls.splitFile = new QCheckBox(&panel); // a panel brings its own
+        panel.setUp(controls, panelGroups("File", "OCR"));
         panel.readStored();
         open(panel);
         moveAll(panel.controls(), "File_OCR", [&panel] { QVERIFY(panel.writeStored()); });
