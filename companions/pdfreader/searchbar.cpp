@@ -39,6 +39,7 @@ SearchBar::SearchBar(QWidget* parent)
     connect(m_previous, &QToolButton::clicked, this, [this] { step(false); });
     connect(m_next, &QToolButton::clicked, this, [this] { step(true); });
     connect(end, &QToolButton::clicked, this, &SearchBar::close);
+    setState(0, 0, 0, 0, true);
 }
 
 QToolButton* SearchBar::button(const QString& text, const QString& tip)
