@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What belongs below the install root: the program, its image library, the OFD packer, Qt's own texts in Chinese,
+# What belongs below the install root: the program, its image library, the OFD packer, the PDF viewer, Qt's own texts in Chinese,
 # and the folders that the program writes into. No settings: the program writes them at its first start.
 
 get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
@@ -8,12 +8,12 @@ execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE 
 
 install(TARGETS qwd200 imageconvert_command RUNTIME DESTINATION bin)
 install(TARGETS imageconvert LIBRARY DESTINATION lib NAMELINK_SKIP)
-install(TARGETS zip-ofd RUNTIME DESTINATION .)
+install(TARGETS zip-ofd pdfReader RUNTIME DESTINATION .)
 install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
 
 # The files that the program looks for in the install root itself.
-set(ROOT_FILES zip-ofd qt_zh_CN.qm)
-set(MANUAL_PAGES imageconvert.1 ocrdoc.1 zip-ofd.1)
+set(ROOT_FILES zip-ofd pdfReader qt_zh_CN.qm)
+set(MANUAL_PAGES imageconvert.1 ocrdoc.1 zip-ofd.1 pdfReader.1)
 
 if(QWD200_PACKAGE)
   include(cmake/Package.cmake)

@@ -6,7 +6,7 @@ readonly BUILD_PACKAGES=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libopencv-dev libtesseract-dev libleptonica-dev libmagickwand-6.q16-dev
     libsane-dev libusb-1.0-0-dev libjpeg62-turbo-dev libtiff-dev libpng-dev
-    libqpdf-dev libzip-dev
+    libqpdf-dev libzip-dev libpoppler-qt5-dev
     libumockdev-dev umockdev
 )
 # qtwayland5: a session without an X server; the two fonts and translations are data that no library pulls in.

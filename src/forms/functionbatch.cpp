@@ -196,12 +196,24 @@ void FunctionBatch::cancelDocuments(int scans)
     m_host.notices().addProblem(tr("取消扫描，%1 页未处理，将与下一次任务一起处理").arg(scans));
 }
 
+namespace {
+
+QStringList without(QStringList files, const QStringList& kept)
+{
+    for (const QString& file : kept)
+        files.removeAll(file);
+    return files;
+}
+
+} // namespace
+
 // --- a document --------------------------------------------------------------------------------------------
 
 void FunctionBatch::takeDocument(const SavedDocument& document, const QVector<DocumentPage>& pages,
                                  const QString& baseName, const NamingRules& rules)
 {
     const QStringList files = filesOf(pages);
+    const QStringList unreadScans = scansOf(pages, document.unread);
     NoticeBoard& notices = m_host.notices();
     if (document.saved) {
         notices.addSaved({document.file});
@@ -211,15 +223,16 @@ void FunctionBatch::takeDocument(const SavedDocument& document, const QVector<Do
             notices.addProblem(tr("文档 %1 中 %2 页无法读取，页面已移至 %3")
                                    .arg(baseName)
                                    .arg(document.unread.size())
-                                   .arg(keepFailedPages(document.unread, baseName)));
-        removeFiles(files);
+                                   .arg(keepFailedPages(document.unread + unreadScans, baseName)));
+        removeFiles(without(files, document.unread));
         if (!(rules.askAfter && rules.userDefined))
             startApplication(document.file);
     } else {
-        notices.addProblem(tr("文档 %1 未能保存：%2；页面已移至 %3")
-                               .arg(baseName, document.problem, keepFailedPages(files, baseName)));
+        notices.addProblem(
+            tr("文档 %1 未能保存：%2；页面已移至 %3")
+                .arg(baseName, document.problem, keepFailedPages(files + unreadScans, baseName)));
     }
-    removeFiles(sourcesOf(pages));
+    removeFiles(without(sourcesOf(pages), unreadScans));
 }
 
 // The program that the naming rules want when the scan is finished, else the one chosen in the panel.

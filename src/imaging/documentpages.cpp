@@ -37,6 +37,21 @@ QStringList sourcesOf(const QVector<DocumentPage>& pages)
     return sources;
 }
 
+QStringList scansOf(const QVector<DocumentPage>& pages, const QStringList& files)
+{
+    QStringList scans;
+    bool wanted = false; // pages of one source share the entry at the last of them
+    for (const DocumentPage& page : pages) {
+        wanted = wanted || files.contains(page.file);
+        if (page.sources.isEmpty())
+            continue;
+        if (wanted)
+            scans << page.sources;
+        wanted = false;
+    }
+    return scans;
+}
+
 QString keepFailedPages(const QStringList& files, const QString& baseName)
 {
     const QString wanted = paths::tempFolder() + QStringLiteral("failed-") + safeBaseName(baseName, 200);

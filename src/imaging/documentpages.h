@@ -16,6 +16,8 @@ struct DocumentPage
 
 QStringList filesOf(const QVector<DocumentPage>& pages);
 QStringList sourcesOf(const QVector<DocumentPage>& pages);
+// The scans that these finished pages were made of: all that is left of a page whose file is damaged.
+QStringList scansOf(const QVector<DocumentPage>& pages, const QStringList& files);
 // Pumps events meanwhile: hundreds of scans of 25 MB take seconds.
 void removeFiles(const QStringList& files);
 

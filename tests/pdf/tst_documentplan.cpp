@@ -2,7 +2,6 @@
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
 #include "output/documentnames.h"
-#include "output/documentnames.h"
 #include "pdf/documentplan.h"
 
 #include <QFileInfo>
@@ -114,6 +113,15 @@ private slots:
             QCOMPARE(fileContent(paths::tempFolder() + folder + "/page-0001.jpg"), QByteArray("picture"));
             QVERIFY(!QFile::exists(page));
         }
+    }
+
+    // Two pieces of scan 1, a page of scans 2 and 3, a page of scan 4: a damaged piece wants its scan kept.
+    void damagedPagesKnowTheirScans()
+    {
+        const QVector<DocumentPage> pages{{"a", {}}, {"b", {"1"}}, {"c", {"2", "3"}}, {"d", {"4"}}};
+        QCOMPARE(scansOf(pages, {"a"}), QStringList{"1"});
+        QCOMPARE(scansOf(pages, {"b", "c"}), (QStringList{"1", "2", "3"}));
+        QCOMPARE(scansOf(pages, {}), QStringList{});
     }
 
 private:

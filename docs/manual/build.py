@@ -1,0 +1,82 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Typesets the manual: chapters/*.html in the order of their names, with contents and index, into one PDF.
+
+    build.py OUT.pdf
+
+A <dfn key="pinyin">term</dfn> in the text becomes an entry of the index, sorted by the key (without one, by the
+term). A picture that a chapter names must be there: nothing is typeset with a gap.
+"""
+import html
+import re
+import sys
+from pathlib import Path
+
+import weasyprint
+
+HERE = Path(__file__).resolve().parent
+HEADING = re.compile(r'<(h[12])>(.*?)</\1>', re.S)
+TERM = re.compile(r'<dfn(?: key="([^"]*)")?>(.*?)</dfn>', re.S)
+PICTURE = re.compile(r'<img[^>]*src="([^"]+)"')
+
+
+def plain(text):
+    return html.escape(html.unescape(re.sub(r'<[^>]+>', '', text)))
+
+
+def numbered_headings(text, contents):
+    def mark(match):
+        level, title = match.groups()
+        contents.append((level, f's{len(contents)}', title))
+        return f'<{level} id="{contents[-1][1]}">{title}</{level}>'
+    return HEADING.sub(mark, text)
+
+
+def marked_terms(text, terms):
+    def mark(match):
+        key, term = match.groups()
+        place = f'i{sum(len(places) for places in terms.values())}'
+        terms.setdefault(((key or plain(term)).lower(), plain(term)), []).append(place)
+        return f'<dfn id="{place}">{term}</dfn>'
+    return TERM.sub(mark, text)
+
+
+def contents_page(contents):
+    lines, inside = ['<h1 class="plain">目录</h1><nav><ol>'], False
+    for level, place, title in contents:
+        if level == 'h1':
+            lines.append(('</ol></li>' if inside else '') + f'<li><a href="#{place}">{plain(title)}</a><ol>')
+            inside = True
+        else:
+            lines.append(f'<li><a href="#{place}">{plain(title)}</a></li>')
+    return ''.join(lines) + ('</ol></li>' if inside else '') + '</ol></nav>'
+
+
+def index_pages(terms):
+    lines, letter = ['<h1 class="plain">索引</h1><div class="index">'], ''
+    for (key, term), places in sorted(terms.items()):
+        if key[0].upper() != letter:
+            letter = key[0].upper()
+            lines.append(f'<h3>{letter}</h3>')
+        links = '，'.join(f'<a href="#{place}"></a>' for place in places)
+        lines.append(f'<p>{term}　{links}</p>')
+    return ''.join(lines) + '</div>'
+
+
+def main():
+    contents, terms, chapters = [], {}, []
+    for chapter in sorted((HERE / 'chapters').glob('*.html')):
+        text = chapter.read_text(encoding='utf-8')
+        for picture in PICTURE.findall(text):
+            if not (HERE / picture).is_file():
+                sys.exit(f'{chapter.name}: no picture {picture}')
+        chapters.append(marked_terms(numbered_headings(text, contents), terms))
+    cover = (HERE / 'cover.html').read_text(encoding='utf-8')
+    document = ('<!DOCTYPE html><html lang="zh-CN"><head><meta charset="utf-8"><title>QWD200 文档扫描 用户手册</title>'
+                '<link rel="stylesheet" href="manual.css"></head><body>'
+                + cover + contents_page(contents) + ''.join(chapters) + index_pages(terms) + '</body></html>')
+    weasyprint.HTML(string=document, base_url=str(HERE)).write_pdf(sys.argv[1])
+
+
+if __name__ == '__main__':
+    main()
