@@ -50,7 +50,9 @@ void SettingBinding::bind(const char* key, QComboBox* combo)
         [key, combo](const QSettings& settings) {
             const int last = combo->count() - 1;
             const int index = readInt(settings, key);
-            if (index > last && last >= 0)
+            // The factory's own index may stand for the last item of whatever list.
+            const Setting* setting = table(settings.group()).find(key);
+            if (index > last && last >= 0 && !(setting && setting->factory == index))
                 qWarning() << "setting" << settings.group() << key << index << "has no item - using the last,"
                            << last;
             return qMin(index, last);

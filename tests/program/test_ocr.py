@@ -16,10 +16,10 @@ WORD = "{http://schemas.microsoft.com/office/word/2003/wordml}"
 SHAPES = "{urn:schemas-microsoft-com:vml}"
 
 
-def text_page(path, text, *turn):
+def text_page(path, text, *turn, font="Noto-Sans-CJK-SC"):
     """An A4 page at 200 dpi: the text at (31.75 mm, 38.1 mm), and with a number behind it 50.8 mm below; without text blank."""
     draw = ["-draw", f"text 250,350 '{text}'", "-draw", f"text 250,750 '{text}二'"] if text else []
-    subprocess.run(["convert", "-size", "1654x2339", "xc:white", "-fill", "black", "-font", "Noto-Serif-CJK-SC", "-pointsize", "50",
+    subprocess.run(["convert", "-size", "1654x2339", "xc:white", "-fill", "black", "-font", font, "-pointsize", "50",
                     *draw, *turn, "-units", "PixelsPerInch", "-density", "200", path], check=True)
 
 
@@ -98,7 +98,8 @@ class TextDocuments(ProgramTest):
 
     def test_saved_scan_reads_the_logo_before_its_application_starts(self):
         session = self.session(self.sheets(FIRST), [("Scan_Scan", "appStart", "true")])
-        text_page(os.path.join(session.root, "zarn.png"), SECOND)
+        # The engine's own search for lines, which the probe uses, takes two large lines of the other face for pictures.
+        text_page(os.path.join(session.root, "zarn.png"), SECOND, font="Noto-Serif-CJK-SC")
         session.start_program()
         self.scan(session)
         self.assertEqual(self.read(os.path.join(session.root, "test.txt")), normal(SECOND + SECOND + "二"))
