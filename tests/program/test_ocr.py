@@ -98,7 +98,7 @@ class TextDocuments(ProgramTest):
 
     def test_saved_scan_reads_the_logo_before_its_application_starts(self):
         session = self.session(self.sheets(FIRST), [("Scan_Scan", "appStart", "true")])
-        # The engine's own search for lines, which the probe uses, takes two large lines of the other face for pictures.
+        # The probe takes the engine's own lines; on this page it finds none in the other face.
         text_page(os.path.join(session.root, "zarn.png"), SECOND, font="Noto-Serif-CJK-SC")
         session.start_program()
         self.scan(session)
