@@ -7,7 +7,7 @@
 
 class QDBusPendingCallWatcher;
 
-// Messages through the desktop's notification service (Desktop Notifications Specification 1.2, session bus).
+// Messages through the desktop's notification service (the freedesktop.org protocol 1.2, session bus).
 // Nothing waits for the service: calls are asynchronous. GUI thread.
 class DesktopNotifier : public QObject
 {
