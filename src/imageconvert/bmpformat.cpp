@@ -3,9 +3,9 @@
 #include "imageconvert/picturereader.h"
 #include "imageconvert/picturewriter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
@@ -56,6 +56,58 @@ std::vector<uchar> header(const cv::Mat& pixels, int bits, size_t stride, double
     return to;
 }
 
+// An uncompressed BMP as its headers tell it.
+struct BmpLayout
+{
+    int width = 0, height = 0;
+    int bits = 0; // 1, 4, 8 with colours; 24, 32 blue, green, red(, unused)
+    bool topDown = false;
+    size_t stride = 0;
+    long start = 0;           // of the rows
+    std::vector<uchar> table; // 4 bytes a colour: blue, green, red, unused
+};
+
+cv::Mat rowsOf(std::FILE* file, const BmpLayout& bmp)
+{
+    cv::Mat raw(bmp.height, bmp.width, bmp.bits == 32 ? CV_8UC4 : bmp.bits == 24 ? CV_8UC3 : CV_8UC1);
+    std::vector<uchar> row(bmp.stride);
+    if (std::fseek(file, bmp.start, SEEK_SET) != 0)
+        throw PictureError("damaged BMP header");
+    for (int y = 0; y < bmp.height; ++y) {
+        if (std::fread(row.data(), 1, row.size(), file) != row.size())
+            throw PictureError("the BMP file is shorter than its header says");
+        uchar* to = raw.ptr(bmp.topDown ? y : bmp.height - 1 - y);
+        if (bmp.bits >= 8) {
+            std::copy_n(row.data(), static_cast<size_t>(bmp.width) * raw.elemSize(), to);
+            continue;
+        }
+        const int perByte = 8 / bmp.bits;
+        for (int x = 0; x < bmp.width; ++x)
+            to[x] = (row[static_cast<size_t>(x / perByte)] >> (8 - bmp.bits * (x % perByte + 1))) &
+                    ((1 << bmp.bits) - 1);
+    }
+    return raw;
+}
+
+// Colours by their numbers; grey when all of them are. Numbers beyond the table are black.
+cv::Mat coloured(const cv::Mat& numbers, const std::vector<uchar>& table)
+{
+    cv::Mat lookup(1, 256, CV_8UC3, cv::Scalar::all(0));
+    bool grey = true;
+    for (size_t i = 0; i < 256 && 4 * i + 3 < table.size(); ++i) {
+        const uchar blue = table[4 * i], green = table[4 * i + 1], red = table[4 * i + 2];
+        lookup.at<cv::Vec3b>(static_cast<int>(i)) = {red, green, blue};
+        grey = grey && red == green && green == blue;
+    }
+    cv::Mat out, planes = numbers;
+    if (grey)
+        cv::extractChannel(lookup, lookup, 0);
+    else
+        cv::cvtColor(numbers, planes, cv::COLOR_GRAY2BGR);
+    cv::LUT(planes, lookup, out);
+    return out;
+}
+
 } // namespace
 
 void writeBmp(OutputFile& file, const cv::Mat& pixels, double dpi)
@@ -87,30 +139,47 @@ void writeBmp(OutputFile& file, const cv::Mat& pixels, double dpi)
     file.throwIfFailed();
 }
 
-ReadResult readBmp(std::FILE* file, const std::string& path, double fileSize)
+ReadResult readBmp(std::FILE* file, double fileSize)
 {
     uchar head[kHeaderSize];
     if (std::fread(head, 1, sizeof head, file) != sizeof head || get(head + 14, 4) < 40)
         throw PictureError("damaged BMP header");
-    const auto width = static_cast<int32_t>(get(head + 18, 4));
-    const double height = std::abs(static_cast<double>(static_cast<int32_t>(get(head + 22, 4))));
-    const uint32_t bits = get(head + 28, 2), compression = get(head + 30, 4);
-    checkSize(width, height);
-    const bool knownBits = bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
-    if (!knownBits || compression > 3 || get(head + 14, 4) > 1000)
+    BmpLayout bmp;
+    bmp.width = static_cast<int32_t>(get(head + 18, 4));
+    const auto rows = static_cast<int32_t>(get(head + 22, 4));
+    bmp.bits = static_cast<int>(get(head + 28, 2));
+    const uint32_t compression = get(head + 30, 4), headerSize = get(head + 14, 4);
+    checkSize(bmp.width, std::abs(static_cast<double>(rows)));
+    const bool indexed = bmp.bits == 1 || bmp.bits == 4 || bmp.bits == 8;
+    if ((!indexed && bmp.bits != 16 && bmp.bits != 24 && bmp.bits != 32) || compression > 3 ||
+        headerSize > 1000)
         throw PictureError("damaged BMP header");
-    const double stride = std::floor((static_cast<double>(width) * bits + 31) / 32) * 4;
-    if ((compression == 0 || compression == 3) && get(head + 10, 4) + stride * height > fileSize)
+    bmp.height = std::abs(rows);
+    bmp.topDown = rows < 0;
+    bmp.stride = (static_cast<size_t>(bmp.width) * static_cast<size_t>(bmp.bits) + 31) / 32 * 4;
+    bmp.start = static_cast<long>(get(head + 10, 4));
+    if ((compression == 0 || compression == 3) &&
+        static_cast<double>(bmp.start) + static_cast<double>(bmp.stride) * bmp.height > fileSize)
         throw PictureError("the BMP file is shorter than its header says");
-    cv::Mat read = cv::imread(path, cv::IMREAD_UNCHANGED);
-    if (read.empty() || read.depth() != CV_8U)
-        throw PictureError("damaged BMP");
-    cv::Mat pixels = read;
-    if (read.channels() == 4)
-        cv::cvtColor(read, pixels, cv::COLOR_BGRA2RGB);
-    else if (read.channels() == 3)
-        cv::cvtColor(read, pixels, cv::COLOR_BGR2RGB);
-    return {pixels, std::round(get(head + 38, 4) * kMetresPerInch * 10) / 10};
+    const double dpi = std::round(get(head + 38, 4) * kMetresPerInch * 10) / 10;
+    if (compression != 0 || bmp.bits == 16) { // seldom met: run lengths, colours by masks
+        std::rewind(file);
+        return {readWithMagick(file, fileSize, "BMP").pixels, dpi};
+    }
+    if (indexed) {
+        const uint32_t stored = get(head + 46, 4), most = 1u << bmp.bits;
+        bmp.table.resize(4 * static_cast<size_t>(stored == 0 ? most : std::min(stored, most)));
+        if (std::fseek(file, 14 + static_cast<long>(headerSize), SEEK_SET) != 0 ||
+            std::fread(bmp.table.data(), 1, bmp.table.size(), file) != bmp.table.size())
+            throw PictureError("damaged BMP header");
+    }
+    const cv::Mat raw = rowsOf(file, bmp);
+    cv::Mat pixels;
+    if (indexed)
+        pixels = coloured(raw, bmp.table);
+    else
+        cv::cvtColor(raw, pixels, bmp.bits == 32 ? cv::COLOR_BGRA2RGB : cv::COLOR_BGR2RGB);
+    return {pixels, dpi};
 }
 
 } // namespace imageconvert

@@ -49,7 +49,7 @@ jpeg_error_mgr* prepare(JpegErrors& errors)
 struct FileDestination
 {
     jpeg_destination_mgr base;
-    OutputFile* file = nullptr;
+    ByteSink* file = nullptr;
     JOCTET buffer[1 << 16];
 };
 
@@ -92,8 +92,10 @@ bool compress(jpeg_compress_struct& info, JpegErrors& errors, FileDestination& t
     info.in_color_space = pixels.channels() == 1 ? JCS_GRAYSCALE : JCS_RGB;
     jpeg_set_defaults(&info);
     jpeg_set_quality(&info, quality, TRUE);
-    info.density_unit = 1;
-    info.X_density = info.Y_density = static_cast<UINT16>(std::lround(dpi));
+    if (dpi > 0) {
+        info.density_unit = 1;
+        info.X_density = info.Y_density = static_cast<UINT16>(std::lround(dpi));
+    }
     jpeg_start_compress(&info, TRUE);
     while (info.next_scanline < info.image_height) {
         auto* row = const_cast<JSAMPROW>(pixels.ptr(static_cast<int>(info.next_scanline)));
@@ -167,7 +169,7 @@ struct Compressor
 
 } // namespace
 
-void writeJpeg(OutputFile& file, const cv::Mat& pixels, double dpi, int quality)
+void writeJpeg(ByteSink& file, const cv::Mat& pixels, double dpi, int quality)
 {
     auto to = std::make_unique<FileDestination>();
     to->file = &file;

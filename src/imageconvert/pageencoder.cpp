@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imageconvert/pageencoder.h"
 
+#include "imageconvert/outputfile.h"
 #include "imageconvert/picture.h"
 #include "imageconvert/picturewriter.h"
 
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 #include <tiffio.h>
+#include <utility>
 #include <vector>
 #include <zlib.h>
 
@@ -80,17 +80,6 @@ bool writeRows(TIFF* tiff, const cv::Mat& pixels)
     return TIFFFlushData(tiff) == 1;
 }
 
-std::string encoded(const char* extension, const cv::Mat& pixels, const std::vector<int>& parameters)
-{
-    cv::Mat swapped;
-    if (pixels.channels() == 3)
-        cv::cvtColor(pixels, swapped, cv::COLOR_RGB2BGR);
-    std::vector<uchar> bytes;
-    if (!cv::imencode(extension, swapped.empty() ? pixels : swapped, bytes, parameters))
-        throw PictureError(std::string("cannot encode a page as ") + (extension + 1));
-    return std::string(bytes.begin(), bytes.end());
-}
-
 } // namespace
 
 std::string groupFourData(const cv::Mat& pixels)
@@ -139,12 +128,16 @@ std::string predictedData(const cv::Mat& pixels)
 
 std::string jpegData(const cv::Mat& pixels, int quality)
 {
-    return encoded(".jpg", pixels, {cv::IMWRITE_JPEG_QUALITY, quality});
+    ByteString jpeg;
+    writeJpeg(jpeg, pixels, 0, quality);
+    return std::move(jpeg.bytes);
 }
 
 std::string pngData(const cv::Mat& pixels)
 {
-    return encoded(".png", pixels, {cv::IMWRITE_PNG_BILEVEL, isTwoLevel(pixels) ? 1 : 0});
+    ByteString png;
+    writePng(png, pixels, 0, SaveOptions().pngLevel);
+    return std::move(png.bytes);
 }
 
 } // namespace imageconvert

@@ -55,7 +55,7 @@ ReadResult readOpen(std::FILE* file, const std::string& path, double fileSize)
         std::memcmp(head, "II+", 3) == 0)
         return readTiff(path);
     if (head[0] == 'B' && head[1] == 'M')
-        return readBmp(file, path, fileSize);
+        return readBmp(file, fileSize);
     for (const Signature& kind : kRareKinds)
         if (startsWith(head, size, kind))
             return readWithMagick(file, fileSize, kind.format);

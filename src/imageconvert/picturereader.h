@@ -24,7 +24,7 @@ ReadResult readPnm(std::FILE* file, double fileSize);
 ReadResult readJpeg(std::FILE* file);
 ReadResult readPng(std::FILE* file);
 ReadResult readTiff(const std::string& path);
-ReadResult readBmp(std::FILE* file, const std::string& path, double fileSize);
+ReadResult readBmp(std::FILE* file, double fileSize);
 // `format`: the ImageMagick name of the kind, so that nothing in the file chooses another reader.
 ReadResult readWithMagick(std::FILE* file, double fileSize, const char* format);
 

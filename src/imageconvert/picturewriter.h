@@ -7,6 +7,7 @@
 
 namespace imageconvert {
 
+class ByteSink;
 class OutputFile;
 
 // Writes `path` whole or not at all. `type`: "jpg", "jpeg", "tif", "tiff", "png" or "bmp", any case. Pictures
@@ -14,9 +15,9 @@ class OutputFile;
 void writePicture(const cv::Mat& pixels, const std::string& path, const std::string& type, double dpi,
                   const SaveOptions& options);
 
-// The single types; pixels 8 bit, 1 or 3 channels (red, green, blue).
-void writeJpeg(OutputFile& file, const cv::Mat& pixels, double dpi, int quality);
-void writePng(OutputFile& file, const cv::Mat& pixels, double dpi, int level);
+// The single types; pixels 8 bit, 1 or 3 channels (red, green, blue). `dpi` 0: the file tells no resolution.
+void writeJpeg(ByteSink& file, const cv::Mat& pixels, double dpi, int quality);
+void writePng(ByteSink& file, const cv::Mat& pixels, double dpi, int level);
 void writeTiff(OutputFile& file, const cv::Mat& pixels, double dpi, SaveOptions::Tiff compression);
 void writeBmp(OutputFile& file, const cv::Mat& pixels, double dpi);
 

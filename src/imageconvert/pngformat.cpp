@@ -17,7 +17,7 @@ constexpr double kMetresPerInch = 0.0254;
 
 void onWrite(png_structp png, png_bytep data, png_size_t size)
 {
-    if (!static_cast<OutputFile*>(png_get_io_ptr(png))->write(data, size))
+    if (!static_cast<ByteSink*>(png_get_io_ptr(png))->write(data, size))
         png_error(png, "write failed");
 }
 
@@ -35,7 +35,7 @@ struct PngWriter
     ~PngWriter() { png_destroy_write_struct(&png, &info); }
 };
 
-bool compress(const PngWriter& to, OutputFile& file, const cv::Mat& pixels, double dpi, int level,
+bool compress(const PngWriter& to, ByteSink& file, const cv::Mat& pixels, double dpi, int level,
               std::vector<uchar>& packed)
 {
     if (setjmp(png_jmpbuf(to.png)))
@@ -48,7 +48,8 @@ bool compress(const PngWriter& to, OutputFile& file, const cv::Mat& pixels, doub
                  static_cast<png_uint_32>(pixels.rows), bits ? 1 : 8,
                  pixels.channels() == 1 ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_set_pHYs(to.png, to.info, perMetre, perMetre, PNG_RESOLUTION_METER);
+    if (perMetre > 0)
+        png_set_pHYs(to.png, to.info, perMetre, perMetre, PNG_RESOLUTION_METER);
     // Trying all filters on each row costs three times the time for a few percent on scans.
     png_set_filter(to.png, 0, bits || level == 0 ? PNG_FILTER_NONE : PNG_FILTER_SUB);
     png_write_info(to.png, to.info);
@@ -87,7 +88,7 @@ struct PngImage
 
 } // namespace
 
-void writePng(OutputFile& file, const cv::Mat& pixels, double dpi, int level)
+void writePng(ByteSink& file, const cv::Mat& pixels, double dpi, int level)
 {
     const PngWriter to;
     if (!to.info)
