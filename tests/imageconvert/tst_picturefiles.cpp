@@ -297,6 +297,30 @@ private slots:
         QCOMPARE(WEXITSTATUS(status), 0);
     }
 
+    // 3 x 2 pixels by numbers of 4 bits, top row first, of three colours: numbers 0 1 2 / 2 1 7, where 7 has
+    // none.
+    void bmpWithColourTable()
+    {
+        const QByteArray head = "424d4a00000000000000420000002800000003000000feffffff01000400"
+                                "00000000080000000000000000000000";
+        const QByteArray rows = "0120000021700000";
+        for (const bool grey : {false, true}) {
+            const QByteArray table = grey ? "000000008080800020202000" : "0000ff0000ff0000ff000000";
+            put("table", QByteArray::fromHex(head + "0300000000000000" + table + rows));
+            const cv::Mat read = readPicture(path("table")).pixels;
+            QCOMPARE(read.size(), cv::Size(3, 2));
+            QCOMPARE(read.channels(), grey ? 1 : 3);
+            if (grey) {
+                QCOMPARE(int(read.at<uchar>(0, 1)), 0x80);
+                QCOMPARE(int(read.at<uchar>(1, 0)), 0x20);
+            } else {
+                QVERIFY(read.at<cv::Vec3b>(0, 0) == cv::Vec3b(255, 0, 0)); // red first
+                QVERIFY(read.at<cv::Vec3b>(1, 0) == cv::Vec3b(0, 0, 255));
+                QVERIFY(read.at<cv::Vec3b>(1, 2) == cv::Vec3b(0, 0, 0));
+            }
+        }
+    }
+
     void cutOffFiles()
     {
         for (const char* type : {"jpg", "tif", "png", "bmp", "pnm"}) {
