@@ -76,6 +76,11 @@ QString problemOf(const QString& folder)
 
 } // namespace
 
+QString writeProblem(int error)
+{
+    return SaveFolderText::reason(error);
+}
+
 SaveFolder prepareSaveFolder(const QString& folder)
 {
     SaveFolder result;

@@ -14,5 +14,8 @@ struct SaveFolder
 // folder, writable, and on a disk with room. An empty path means the default folder.
 SaveFolder prepareSaveFolder(const QString& folder);
 
+// What a system error (errno) of a failed write means, for the user.
+QString writeProblem(int error);
+
 // The folder in "savepath" of a group of the path file, for example "Scan_Scan_FilePath", as stored.
 QString storedSaveFolder(const QString& pathGroup);

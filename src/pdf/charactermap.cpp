@@ -2,12 +2,14 @@
 #include "pdf/charactermap.h"
 
 #include "imageconvert/documentinfo.h"
+#include "output/savefolder.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
 #include <QSaveFile>
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <qpdf/Pl_String.hh>
 #include <qpdf/QPDF.hh>
@@ -374,11 +376,12 @@ try {
     try {
         writer.write();
     } catch (const std::exception& error) {
+        const int reason = errno; // of the write that failed
         qWarning().noquote() << "cannot write" << target << error.what();
-        return CharacterMapText::cannotWrite(target, file.errorString());
+        return CharacterMapText::cannotWrite(target, writeProblem(reason));
     }
-    if (!file.flush() || !file.commit())
-        return CharacterMapText::cannotWrite(target, file.errorString());
+    if (!file.flush() || !file.commit()) // Qt calls a full disk an unknown error
+        return CharacterMapText::cannotWrite(target, writeProblem(errno));
     return {};
 } catch (const std::exception& error) {
     qWarning().noquote() << "character map of" << target << error.what();

@@ -3,12 +3,14 @@
 
 #include "config/leftovers.h"
 #include "config/ofdparts.h"
+#include "output/savefolder.h"
 #include "pdf/ofdunits.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
+#include <cerrno>
 
 namespace {
 
@@ -165,15 +167,15 @@ bool OfdPackage::open(QFile& file, const QString& path, const QString& head)
 bool OfdPackage::write(QFile& file, const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    return file.write(bytes) == bytes.size() || fail(file.fileName(), file.errorString());
+    return file.write(bytes) == bytes.size() || fail(file.fileName(), writeProblem(errno));
 }
 
 bool OfdPackage::close(QFile& file, const QString& tail)
 {
     if (!write(file, tail))
         return false;
-    if (!file.flush())
-        return fail(file.fileName(), file.errorString());
+    if (!file.flush()) // Qt calls a full disk an unknown error
+        return fail(file.fileName(), writeProblem(errno));
     file.close();
     return true;
 }
