@@ -4,6 +4,7 @@
 #include "config/leftovers.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "forms-dialogs/driving.h"
 #include "forms/recordinghost.h"
 #include "ocr/ocrpanel.h"
 
@@ -24,10 +25,7 @@ class TestOcrPanel : public QObject
     template <typename Control>
     Control* control(const char* name)
     {
-        auto* found = m_panel->findChild<Control*>(QLatin1String(name));
-        if (!found)
-            qFatal("no control %s", name);
-        return found;
+        return ::control<Control>(*m_panel, name);
     }
     static void put(const QMap<QString, QVariant>& values)
     {

@@ -4,6 +4,7 @@
 #include "config/leftovers.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "forms-dialogs/driving.h"
 #include "forms/recordinghost.h"
 #include "pdf/documentjob.h"
 #include "pdf/pdfpanel.h"
@@ -26,10 +27,7 @@ class TestPdfPanel : public QObject
     template <typename Control>
     Control* control(const char* name)
     {
-        auto* found = m_panel->findChild<Control*>(QLatin1String(name));
-        if (!found)
-            qFatal("no control %s", name);
-        return found;
+        return ::control<Control>(*m_panel, name);
     }
     static void put(const QString& key, const QVariant& value)
     {
