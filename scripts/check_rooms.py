@@ -15,6 +15,7 @@ BELOW_IMAGING = {"config", "imageconvert", "output", "recognition"}
 BELOW_PANELS = BELOW_IMAGING | {"imaging"}
 ALLOWED = {
     "config": set(),
+    "language": set(),
     "imageconvert": set(),
     "recognition": set(),
     "output": {"config"},
@@ -23,13 +24,14 @@ ALLOWED = {
     "forms": BELOW_PANELS,
     "pdf": BELOW_PANELS | {"forms"},
     "ocr": BELOW_PANELS | {"forms"},
-    "app": BELOW_PANELS | {"forms", "pdf", "ocr", "device"},
+    "app": BELOW_PANELS | {"forms", "pdf", "ocr", "device", "language"},
 }
 WITHOUT_WIDGETS = {"config", "imageconvert", "recognition", "output", "imaging", "device"}
 # Rooms with panels and logic: only panels may know panels.
 PANEL_ROOMS = {"pdf", "ocr"}
 # What a companion may call; one that is not named here: every room below the panels. None may know a panel.
-COMPANIONS = {"imageconvert": {"imageconvert", "imaging"}, "ocrdoc": BELOW_PANELS | PANEL_ROOMS}
+COMPANIONS = {"imageconvert": {"imageconvert", "imaging"}, "ocrdoc": BELOW_PANELS | PANEL_ROOMS,
+              "pdfreader": {"language"}}
 COMPANIONS_WITHOUT_WIDGETS = {"imageconvert"}
 # The files of device/ that have windows; all others there are device_core.
 DEVICE_UI = {"readbtn", "stateinfopanel", "statusicon", "functionalapp"}

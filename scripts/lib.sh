@@ -6,6 +6,7 @@ readonly BUILD_PACKAGES=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libopencv-dev libtesseract-dev libleptonica-dev libmagickwand-6.q16-dev
     libsane-dev libusb-1.0-0-dev libjpeg62-turbo-dev libtiff-dev libpng-dev
+    qttools5-dev qttools5-dev-tools
     libqpdf-dev libzip-dev libpoppler-qt5-dev
     libumockdev-dev umockdev
 )
@@ -23,6 +24,10 @@ readonly TEST_PACKAGES=(
 # dpkg-dev finds the package's dependencies and build flags.
 readonly PACKAGE_PACKAGES=(
     dpkg-dev
+)
+# What tests/package/ needs here; what it needs in the clean system is listed there.
+readonly PACKAGE_TEST_PACKAGES=(
+    debootstrap lintian
 )
 # The tools that bench/run_bench.py measures itself against; it goes on without one.
 readonly BENCH_PACKAGES=(

@@ -5,10 +5,10 @@
 
 namespace {
 
-QString tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("Functions", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Functions)
+};
 
 } // namespace
 
@@ -51,21 +51,21 @@ QString functionDescription(Function function, bool scanPage)
 {
     switch (function) {
     case Function::Scan:
-        return scanPage ? tr("扫描按键模板分为Scan Utility及OCR Utility，Scan "
-                             "Utility实现扫描并用指定的应用软件打开图像。")
-                        : tr("扫描并用指定的应用软件打开图像。");
+        return scanPage ? Texts::tr("扫描按键模板分为Scan Utility及OCR Utility，Scan "
+                                    "Utility实现扫描并用指定的应用软件打开图像。")
+                        : Texts::tr("扫描并用指定的应用软件打开图像。");
     case Function::Ocr:
-        return tr("扫描文字稿件并识别为可编辑的文字或Word文档。");
+        return Texts::tr("扫描文字稿件并识别为可编辑的文字或Word文档。");
     case Function::Pdf:
-        return tr("扫描文字稿件并将影像转换成可搜索pdf文件或pdf影像文件。");
+        return Texts::tr("扫描文字稿件并将影像转换成可搜索pdf文件或pdf影像文件。");
     case Function::Copy:
-        return tr("扫描文件或图片，接着从您的打印机复印出来。");
+        return Texts::tr("扫描文件或图片，接着从您的打印机复印出来。");
     case Function::Email:
-        return tr("扫描文件或图片，接着用您预设的电子邮件软件传送出去。");
+        return Texts::tr("扫描文件或图片，接着用您预设的电子邮件软件传送出去。");
     case Function::File:
-        return tr("扫描并保存图像到您的存贮装置。");
+        return Texts::tr("扫描并保存图像到您的存贮装置。");
     case Function::Ftp:
-        return tr("扫描文件并上传至FTP服务器。");
+        return Texts::tr("扫描文件并上传至FTP服务器。");
     }
     return {};
 }

@@ -5,35 +5,13 @@
 #include "config/leftovers.h"
 #include "config/paths.h"
 #include "device/readbtn.h"
+#include "language/language.h"
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QIcon>
-#include <QLocale>
 #include <QTextCodec>
-#include <QTranslator>
 #include <csignal>
 #include <omp.h>
-
-namespace {
-
-// In a locale that is not Chinese the fallback of the default font gives the Japanese forms of characters.
-void useChineseFont()
-{
-    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
-    const QFontDatabase fonts;
-    for (const char* family :
-         {"Noto Sans CJK SC", "Noto Sans SC", "Source Han Sans SC", "WenQuanYi Micro Hei"}) {
-        if (!fonts.hasFamily(QLatin1String(family)))
-            continue;
-        QFont font = QApplication::font();
-        font.setFamily(QLatin1String(family));
-        QApplication::setFont(font);
-        return;
-    }
-}
-
-} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -52,10 +30,7 @@ int main(int argc, char* argv[])
     if (!instance.isPrimary())
         return 0;
 
-    useChineseFont();
-    QTranslator translator;
-    if (translator.load(paths::translation()))
-        QApplication::installTranslator(&translator);
+    language::set(application, {paths::translation()});
 
     Widget window(std::make_unique<readBtn>());
     window.setWindowFlags(Qt::Dialog | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);

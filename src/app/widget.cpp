@@ -2,6 +2,7 @@
 #include "app/widget.h"
 
 #include "app/globals.h"
+#include "app/manual.h"
 #include "app/pagecontrols.h"
 #include "app/templatemark.h"
 #include "config/factory.h"
@@ -62,6 +63,8 @@ Widget::Widget(std::unique_ptr<readBtn> keys, int trayWaitMs, QWidget* parent)
     scanReadIni();
     m_wholeSet->readIni();
     createTemplateControls();
+    m_manual = new Manual(this);
+    connect(m_manual, &Manual::refused, this, &Widget::tellHelpProblem);
     m_mark->look();
 
     scan = 0;

@@ -18,9 +18,9 @@
 
 class QAction;
 class QMenu;
-class QProcess;
 class QSettings;
 class FunctionalApp;
+class Manual;
 class TemplateArchive;
 class TemplateMark;
 class readBtn;
@@ -197,6 +197,7 @@ private:
     void editApplication(TemplatePage& page, bool append);
     void deleteApplication(TemplatePage& page);
     void addApplication(TemplatePage& page, const QString& text, const QString& command);
+    void tellHelpProblem(const QString& problem);
 
     // a batch (widget_scan.cpp)
     void startScan(TemplatePage& page, Function function);
@@ -274,5 +275,5 @@ private:
     QString m_lastText;
     int m_connected = 0;
     int m_onlineState = 0; // the code 4 or 5 that has been acted on; 0 none yet
-    bool m_helpRunning = false;
+    Manual* m_manual = nullptr;
 };

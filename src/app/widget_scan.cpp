@@ -146,11 +146,11 @@ bool Widget::beginJob(TemplatePage& page, Function function)
     setScanControls(false);
     m_maintenance->setScanRunning(true);              // before the job: an exchange's end must not end it
     m_keys->getAndSetFunctionSlot(ButtonWatch::Lent); // a dialog may come first: no status window before it
-    sendProgress(tr("正在准备扫描"));
+    sendProgress(progress::preparing());
     if (!confirmPrefix(page.controlsOf(function).groups.scan)) {
         sendProgress(progress::kFinished);
         endJob();
-        ui->statusLabel->setText(tr("取消扫描"));
+        ui->statusLabel->setText(progress::cancelled());
         return false;
     }
     state::write(state::Preparing); // the watcher must not see how the batch before ended
@@ -193,12 +193,13 @@ void Widget::scanImageConvertSlot()
     qDebug() << "scanIMage scan slot in";
     pumpEvents(kSettleMs);
     if (cancelflag::isSet()) {
-        sendProgress(tr("取消扫描"));
+        sendProgress(progress::cancelled());
         pumpEvents(kCancelledMs);
         m_leftCancelledPages = !pageFiles().isEmpty();
         sendProgress(progress::kFinished);
         endJob();
-        notice(m_leftCancelledPages ? tr("取消扫描，已扫描的页面将与下一次任务一起处理") : tr("取消扫描"));
+        notice(m_leftCancelledPages ? tr("取消扫描，已扫描的页面将与下一次任务一起处理")
+                                    : progress::cancelled());
         return;
     }
     reportOutcome();

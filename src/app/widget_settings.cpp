@@ -3,6 +3,7 @@
 #include "app/widget.h"
 
 #include "app/globals.h"
+#include "app/manual.h"
 #include "app/templatemark.h"
 #include "config/applicationlist.h"
 #include "config/factory.h"
@@ -17,16 +18,16 @@
 #include "device/statetexts.h"
 #include "forms/append.h"
 #include "forms/panels.h"
+#include "forms/questionbox.h"
 #include "forms/scanpagelogic.h"
 #include "forms/wholesetpanel.h"
 #include "ocr/ocrpanel.h"
 #include "pdf/pdfpanel.h"
 #include "ui_widget.h"
 
+#include <QApplication>
 #include <QDebug>
 #include <QEventLoop>
-#include <QFileInfo>
-#include <QProcess>
 
 void Widget::initializeIni()
 {
@@ -128,20 +129,19 @@ void Widget::on_defaultvaluePushButton_5_clicked()
 // The viewer runs in a child while events go on; meanwhile a second click does nothing.
 void Widget::on_helpPushButton_clicked()
 {
-    if (m_helpRunning)
+    if (m_manual->isOpen() || !m_manual->open())
         return;
-    if (!QFileInfo(paths::pdfReader()).isExecutable() || !QFileInfo::exists(paths::manual())) {
-        notice(tr("帮助文件尚未安装"));
-        return;
-    }
-    m_helpRunning = true;
-    QProcess viewer;
     QEventLoop loop;
-    connect(&viewer, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &loop, &QEventLoop::quit);
-    connect(&viewer, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-    viewer.start(paths::pdfReader(), {paths::manual()});
+    connect(m_manual, &Manual::closed, &loop, &QEventLoop::quit);
     loop.exec();
-    m_helpRunning = false;
+}
+
+void Widget::tellHelpProblem(const QString& problem)
+{
+    if (QWidget* dialog = QApplication::activeModalWidget()) // it hides the status line
+        questionbox::inform(dialog, problem);
+    else
+        notice(problem);
 }
 
 void Widget::ScannerStateSlots()

@@ -16,4 +16,8 @@ inline bool isControlWord(const QString& text)
     return text == kFinished || text == kEnableAll || text == kDisableAll || text == kPreview;
 }
 
+// Shown texts that receivers must know again: each stands once, so that they are one text in every language.
+QString preparing(); // "正在准备扫描"
+QString cancelled(); // "取消扫描"
+
 } // namespace progress

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "device/statetexts.h"
 
+#include "config/progresswords.h"
 #include "device/statefile.h"
 
 #include <QCoreApplication>
@@ -36,13 +37,13 @@ QString Texts::fixed(int code)
     case FeederEmpty:
         return tr("ADF进纸器无纸,请将稿件放入ADF进纸器！\n\n如果取消扫描，请按机器上“清除”键取消扫描！");
     case Preparing:
-        return tr("正在准备扫描");
+        return progress::preparing();
     case JamOrCoverOpen:
         return tr("进纸失败或纸张超长！\n\n请检查纸张状态后重试");
     case Busy:
         return tr("扫描仪忙，请关闭其他扫描软件，然后重试！");
     case Cancelled:
-        return tr("取消扫描");
+        return progress::cancelled();
     default:
         return {};
     }

@@ -14,10 +14,10 @@ namespace commandline {
 
 namespace {
 
-QString text(const char* source)
+struct Texts
 {
-    return QCoreApplication::translate("commandline", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(commandline)
+};
 
 bool isRunnable(const QString& program)
 {
@@ -91,19 +91,19 @@ bool handsTextToShell(const QStringList& words)
 QString problem(const QString& program, const QString& arguments)
 {
     if (dialogparts::hasControlCharacters(program) || dialogparts::hasControlCharacters(arguments))
-        return text("程序和参数中不能有控制字符。");
+        return Texts::tr("程序和参数中不能有控制字符。");
     if (program.isEmpty())
-        return arguments.trimmed().isEmpty() ? QString() : text("有参数时必须指定程序。");
+        return arguments.trimmed().isEmpty() ? QString() : Texts::tr("有参数时必须指定程序。");
     QString error;
     QStringList words{program};
     for (const imageconvert::Argument& argument : imageconvert::splitCommand(arguments, error))
         words << argument.text;
     if (!error.isEmpty())
-        return text("参数中的双引号没有成对出现。");
+        return Texts::tr("参数中的双引号没有成对出现。");
     if (handsTextToShell(words))
-        return text("不能通过命令解释器（sh -c）启动，请直接指定程序。");
+        return Texts::tr("不能通过命令解释器（sh -c）启动，请直接指定程序。");
     if (!isRunnable(program))
-        return text("找不到程序“%1”，或者它不能运行。").arg(program);
+        return Texts::tr("找不到程序“%1”，或者它不能运行。").arg(program);
     return {};
 }
 

@@ -31,7 +31,7 @@ EffectPreview::Result compressed(const SamplePage& sample, const QString& folder
     const qint64 bytes = estimatedBytes(sample, effect, type, folder);
     if (bytes > 0)
         result.text =
-            CompressSet::tr("这一页的文件约 %1。").arg(QLocale(QLocale::Chinese).formattedDataSize(bytes, 1));
+            CompressSet::tr("这一页的文件约 %1。").arg(QLocale().formattedDataSize(bytes, 1));
     return result;
 }
 

@@ -17,10 +17,10 @@ namespace {
 
 using Values = QHash<QString, QString>;
 
-QString text(const char* source)
+struct Texts
 {
-    return QCoreApplication::translate("DesktopEntry", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(DesktopEntry)
+};
 
 QString unescaped(const QString& value)
 {
@@ -140,24 +140,24 @@ bool expand(const QString& argument, const DesktopEntry& entry, const QString& f
 QString takeCommand(DesktopEntry& entry, const QString& line, const QString& file)
 {
     if (dialogparts::hasControlCharacters(line))
-        return text("启动命令中有控制字符。");
+        return Texts::tr("启动命令中有控制字符。");
     QString error;
     const auto arguments = imageconvert::splitCommand(line, error);
     if (!error.isEmpty())
-        return text("启动命令中的双引号没有成对出现。");
+        return Texts::tr("启动命令中的双引号没有成对出现。");
     if (arguments.isEmpty())
-        return text("没有启动命令。");
+        return Texts::tr("没有启动命令。");
     QStringList words{commandline::quoted(arguments.first().text)};
     for (int i = 0; i < arguments.size(); ++i) {
         const imageconvert::Argument& argument = arguments[i];
         if (!argument.quoted && hasReserved(argument.text))
-            return text("启动命令中有未加引号的特殊字符。");
+            return Texts::tr("启动命令中有未加引号的特殊字符。");
         if (i == 0)
             continue;
         if (argument.quoted)
             words << commandline::literal(argument.text);
         else if (!expand(argument.text, entry, file, words))
-            return text("启动命令中有未知的“%”代码。");
+            return Texts::tr("启动命令中有未知的“%”代码。");
     }
     entry.application.command = words.join(QLatin1Char(' '));
     return commandline::problem(arguments.first().text, words.mid(1).join(QLatin1Char(' ')));
@@ -172,7 +172,7 @@ DesktopEntry readDesktopEntry(const QString& file)
     entry.inMenu = false;
     QFile source(file);
     if (!QFileInfo(file).isFile() || source.size() > kMostBytes || !source.open(QIODevice::ReadOnly)) {
-        entry.problem = text("文件无法读取。");
+        entry.problem = Texts::tr("文件无法读取。");
         return entry;
     }
     const QByteArray content = source.readAll();
@@ -183,13 +183,13 @@ DesktopEntry readDesktopEntry(const QString& file)
     const QString needed = values.value(QStringLiteral("TryExec"));
     if (values.value(QStringLiteral("Type")) != QLatin1String("Application") ||
         entry.application.text.isEmpty()) {
-        entry.problem = text("文件不是应用程序的桌面条目。");
+        entry.problem = Texts::tr("文件不是应用程序的桌面条目。");
         return entry;
     }
     entry.inMenu = !isOn(values, "NoDisplay") && !isOn(values, "Hidden");
     entry.problem = takeCommand(entry, values.value(QStringLiteral("Exec")), file);
     if (entry.problem.isEmpty() && isOn(values, "Terminal"))
-        entry.problem = text("此程序在终端中运行，不能用来打开扫描的文件。");
+        entry.problem = Texts::tr("此程序在终端中运行，不能用来打开扫描的文件。");
     if (entry.problem.isEmpty() && !needed.isEmpty())
         entry.problem = commandline::problem(needed, QString());
     if (!entry.problem.isEmpty()) {

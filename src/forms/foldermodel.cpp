@@ -16,18 +16,17 @@ namespace {
 QString nameProblem(const QString& folder, const QString& name)
 {
     constexpr int kMostBytes = 255;
-    const auto text = [](const char* source) { return QCoreApplication::translate("FolderModel", source); };
     if (name.trimmed().isEmpty())
-        return text("文件名不能为空");
+        return FolderModel::tr("文件名不能为空");
     if (name.contains(QLatin1Char('/')) || dialogparts::hasControlCharacters(name))
-        return text("文件名中不能有“/”或控制字符");
+        return FolderModel::tr("文件名中不能有“/”或控制字符");
     if (name.startsWith(QLatin1Char('.')))
-        return text("文件名不能以“.”开头，否则文件会被隐藏");
+        return FolderModel::tr("文件名不能以“.”开头，否则文件会被隐藏");
     if (name.toUtf8().size() > kMostBytes)
-        return text("文件名太长");
+        return FolderModel::tr("文件名太长");
     const QFileInfo target(folder + QLatin1Char('/') + name);
     if (target.exists() || target.isSymLink())
-        return text("文件夹中已有“%1”，没有重命名").arg(name);
+        return FolderModel::tr("文件夹中已有“%1”，没有重命名").arg(name);
     return {};
 }
 

@@ -287,7 +287,7 @@ void FolderView::moveToTrash()
         }
     }
     tell(left.isEmpty() ? tr("已将 %1 个文件移到回收站").arg(files.size())
-                        : tr("无法移到回收站：%1").arg(left.join(QStringLiteral("、"))));
+                        : tr("无法移到回收站：%1").arg(left.join(tr("、", "between file names"))));
 }
 
 void FolderView::tell(const QString& text)

@@ -109,7 +109,7 @@ PageResult FunctionBatch::process(const QStringList& pageFiles, const PageStep& 
 
 void FunctionBatch::startScan(FunctionHost::Receiver receiver, std::function<void()> over, bool preview)
 {
-    m_panel.progress(tr("正在准备扫描"));
+    m_panel.progress(progress::preparing());
     if (m_host.makeThread())
         qDebug() << (receiver == FunctionHost::Receiver::Pdf ? "pdf" : "ocr") << "new scanThread";
     m_host.connectPageSlot(receiver, std::move(over));
@@ -136,7 +136,7 @@ bool FunctionBatch::begin(bool preview)
         removeStalePages();
         return true;
     }
-    m_panel.progress(tr("取消扫描"));
+    m_panel.progress(progress::cancelled());
     pumpEvents(kCancelledMs);
     m_host.dropCancel();
     const QStringList left = pageFiles();
@@ -145,7 +145,7 @@ bool FunctionBatch::begin(bool preview)
     else if (!left.isEmpty())
         m_host.leavePages();
     const bool kept = !m_preview && !left.isEmpty();
-    const QString text = kept ? tr("取消扫描，已扫描的页面将与下一次任务一起处理") : tr("取消扫描");
+    const QString text = kept ? tr("取消扫描，已扫描的页面将与下一次任务一起处理") : progress::cancelled();
     m_host.notices().addProblem(text);
     m_panel.progress(progress::kFinished);
     m_host.showSummary(text);
@@ -189,7 +189,7 @@ void FunctionBatch::cancelDocuments(int scans)
     m_pages.clear();
     if (m_preview) {
         removeFiles(pageFiles());
-        m_host.notices().addProblem(tr("取消扫描"));
+        m_host.notices().addProblem(progress::cancelled());
         return;
     }
     m_host.leavePages();

@@ -22,10 +22,10 @@ namespace {
 
 using Side = ScanPageLogic::Side;
 
-QString text(const char* source)
+struct Texts
 {
-    return QCoreApplication::translate("FunctionDialogs", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(FunctionDialogs)
+};
 
 ScanSides scannedSides(const ScanPageLogic& logic)
 {
@@ -175,16 +175,18 @@ void showMoreSettings(FunctionControls& function, QWidget* button)
     QWidget* window = button->window();
     QMenu menu(button);
     menu.setToolTipsVisible(true);
-    const auto add = [&menu](const char* label, const char* tip) {
-        QAction* action = menu.addAction(text(label));
-        action->setToolTip(text(tip));
+    const auto add = [&menu](const QString& label, const QString& tip) {
+        QAction* action = menu.addAction(label);
+        action->setToolTip(tip);
         return action;
     };
-    const QAction* noise = add("杂点与阈值(&N)...", "黑白图像怎样产生");
-    const QAction* paper = add("自定义纸张大小(&P)...", "纸张大小选择“自定义”时裁切成多大");
-    const QAction* output = add("输出图像(&O)...", "文件类型、另存的图像、双面翻页方式");
+    const QAction* noise = add(Texts::tr("杂点与阈值(&N)..."), Texts::tr("黑白图像怎样产生"));
+    const QAction* paper =
+        add(Texts::tr("自定义纸张大小(&P)..."), Texts::tr("纸张大小选择“自定义”时裁切成多大"));
+    const QAction* output =
+        add(Texts::tr("输出图像(&O)..."), Texts::tr("文件类型、另存的图像、双面翻页方式"));
     const QAction* compression =
-        savesImages(function) ? add("文件压缩(&C)...", "图像质量和文件大小") : nullptr;
+        savesImages(function) ? add(Texts::tr("文件压缩(&C)..."), Texts::tr("图像质量和文件大小")) : nullptr;
     const QAction* chosen = menu.exec(button->mapToGlobal(QPoint(0, button->height())));
     if (!chosen)
         return;

@@ -43,5 +43,5 @@ QString NoticeBoard::summary(const QString& folder) const
         parts << m_problems.first();
     else if (!m_problems.isEmpty())
         parts << tr("%1 个问题：%2").arg(m_problems.size()).arg(m_problems.first());
-    return parts.join(QStringLiteral("；"));
+    return parts.join(tr("；", "between sentences"));
 }

@@ -15,10 +15,10 @@ constexpr qint64 mostPixels = 400'000'000;
 // Files up to this size are kept as they are, without another round of compression.
 constexpr qint64 smallFile = 4 << 20;
 
-QString text(const char* source)
+struct Texts
 {
-    return QCoreApplication::translate("PreviewPicture", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(PreviewPicture)
+};
 
 QByteArray compressed(const QImage& image)
 {
@@ -45,24 +45,24 @@ bool PreviewPicture::load(const QString& path, int longest)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qWarning() << "preview:" << path << file.errorString();
-        return fail(QFileInfo::exists(path) ? text("文件无法读取") : text("文件不存在"));
+        return fail(QFileInfo::exists(path) ? Texts::tr("文件无法读取") : Texts::tr("文件不存在"));
     }
     if (file.size() == 0)
-        return fail(text("文件是空的"));
+        return fail(Texts::tr("文件是空的"));
 
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     QSize size = reader.size();
     if (qint64(size.width()) * size.height() > mostPixels)
-        return fail(text("图像尺寸过大"));
+        return fail(Texts::tr("图像尺寸过大"));
     const QSize stored = size;
     if (qMax(size.width(), size.height()) > longest)
         reader.setScaledSize(size.scaled(longest, longest, Qt::KeepAspectRatio));
     QImage image = reader.read();
     if (image.isNull()) {
         qWarning() << "preview:" << path << reader.errorString();
-        return fail(text("文件已损坏或不是图像文件"));
+        return fail(Texts::tr("文件已损坏或不是图像文件"));
     }
     if (!size.isValid())
         size = image.size();

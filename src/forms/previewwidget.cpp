@@ -269,7 +269,7 @@ void PreviewWidget::updateStatus()
         parts << tr("%1 × %2 像素").arg(size.width()).arg(size.height())
               << tr("显示比例 %1%").arg(qRound(zoom() * 100));
     }
-    m_status->setText(parts.join(QStringLiteral("　")));
+    m_status->setText(parts.join(tr("　", "between two facts about a picture")));
     m_status->setAccessibleName(m_status->text());
 }
 

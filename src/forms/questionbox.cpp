@@ -9,20 +9,20 @@ namespace questionbox {
 
 namespace {
 
-QString text(const char* source)
+struct Texts
 {
-    return QCoreApplication::translate("questionbox", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(questionbox)
+};
 
 } // namespace
 
 bool ask(QWidget* parent, const QString& question)
 {
-    QMessageBox box(QMessageBox::Question, text("提示"), question, QMessageBox::Yes | QMessageBox::No,
+    QMessageBox box(QMessageBox::Question, Texts::tr("提示"), question, QMessageBox::Yes | QMessageBox::No,
                     parent);
     box.setTextFormat(Qt::PlainText);
-    box.button(QMessageBox::Yes)->setText(text("是(&Y)"));
-    box.button(QMessageBox::No)->setText(text("否(&N)"));
+    box.button(QMessageBox::Yes)->setText(Texts::tr("是(&Y)"));
+    box.button(QMessageBox::No)->setText(Texts::tr("否(&N)"));
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
@@ -30,9 +30,9 @@ bool ask(QWidget* parent, const QString& question)
 
 void inform(QWidget* parent, const QString& message)
 {
-    QMessageBox box(QMessageBox::Information, text("提示"), message, QMessageBox::Ok, parent);
+    QMessageBox box(QMessageBox::Information, Texts::tr("提示"), message, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
-    box.button(QMessageBox::Ok)->setText(text("确定(&O)"));
+    box.button(QMessageBox::Ok)->setText(Texts::tr("确定(&O)"));
     box.exec();
 }
 

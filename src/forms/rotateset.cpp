@@ -2,6 +2,7 @@
 #include "forms/rotateset.h"
 
 #include "forms/dialogparts.h"
+#include "forms/scanpagelogic.h"
 #include "ui_rotateset.h"
 
 #include <QButtonGroup>
@@ -9,16 +10,9 @@
 
 namespace {
 
+using Side = ScanPageLogic::Side;
+
 constexpr int turnCount = 4;
-const char* const frontTexts[turnCount] = {"正面旋转0°", "正面左转90°", "正面旋转180°", "正面右转90°"};
-const char* const backTexts[turnCount] = {"反面旋转0°", "反面左转90°", "反面旋转180°", "反面右转90°"};
-constexpr double clockwiseDegrees[turnCount] = {0, 270, 180, 90};
-
-QString labelText(const char* const (&texts)[turnCount], int code)
-{
-    return QString::fromUtf8(texts[qBound(0, code, turnCount - 1)]);
-}
-
 // A sheet with a letter on it, turned as the choice says.
 QIcon turnedSheet(const QWidget* widget, double degrees)
 {
@@ -37,21 +31,12 @@ QIcon turnedSheet(const QWidget* widget, double degrees)
     QFont font = widget->font();
     font.setPixelSize(14);
     painter.setFont(font);
-    painter.drawText(sheet, Qt::AlignCenter, QStringLiteral("文"));
+    painter.drawText(sheet, Qt::AlignCenter,
+                     RotateSet::tr("文", "the letter on a sheet that shows its turn"));
     return QIcon(pixmap);
 }
 
 } // namespace
-
-QString RotationChoice::frontText() const
-{
-    return labelText(frontTexts, front);
-}
-
-QString RotationChoice::backText() const
-{
-    return labelText(backTexts, back);
-}
 
 RotateSet::RotateSet(const RotationChoice& choice, ScanSides sides, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::RotateSet>()), m_front(new QButtonGroup(this)),
@@ -84,8 +69,8 @@ void RotateSet::fill(QButtonGroup* group, const QList<QAbstractButton*>& buttons
 {
     for (int code = 0; code < turnCount; ++code) {
         QAbstractButton* button = buttons.at(code);
-        button->setText(tr(back ? backTexts[code] : frontTexts[code]));
-        button->setIcon(turnedSheet(this, clockwiseDegrees[code]));
+        button->setText(ScanPageLogic::rotationText(back ? Side::Back : Side::Front, code));
+        button->setIcon(turnedSheet(this, ScanPageLogic::clockwiseDegrees(code)));
         button->setIconSize(QSize(28, 28));
         dialogparts::addAccessKey(button, Qt::ALT | (Qt::Key_1 + code + (back ? turnCount : 0)));
         group->addButton(button, code);

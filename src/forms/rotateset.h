@@ -17,9 +17,6 @@ struct RotationChoice
     bool automatic = true; // by the page's text; the codes are kept but not used
     int front = 0;
     int back = 0;
-    // The label texts of the codes, as they stand in the settings and on the page: "正面左转90°", ...
-    QString frontText() const;
-    QString backText() const;
 };
 
 enum class ScanSides

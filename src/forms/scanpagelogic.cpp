@@ -44,6 +44,20 @@ int validCustomDpi(const QString& text) // 0: not usable
     return isNumber && dpi >= ScanPageLogic::kMinCustomDpi && dpi <= ScanPageLogic::kMaxCustomDpi ? dpi : 0;
 }
 
+const char* rotationLabel(ScanPageLogic::Side side, int code)
+{
+    static constexpr const char* front[] = {QT_TRANSLATE_NOOP("ScanPageLogic", "正面旋转0°"),
+                                            QT_TRANSLATE_NOOP("ScanPageLogic", "正面左转90°"),
+                                            QT_TRANSLATE_NOOP("ScanPageLogic", "正面旋转180°"),
+                                            QT_TRANSLATE_NOOP("ScanPageLogic", "正面右转90°")};
+    static constexpr const char* back[] = {QT_TRANSLATE_NOOP("ScanPageLogic", "反面旋转0°"),
+                                           QT_TRANSLATE_NOOP("ScanPageLogic", "反面左转90°"),
+                                           QT_TRANSLATE_NOOP("ScanPageLogic", "反面旋转180°"),
+                                           QT_TRANSLATE_NOOP("ScanPageLogic", "反面右转90°")};
+    const int known = code < 0 || code > 3 ? 3 : code;
+    return (side == ScanPageLogic::Side::Front ? front : back)[known];
+}
+
 template <size_t N>
 void setData(QComboBox* combo, const std::array<int, N>& values)
 {
@@ -454,23 +468,18 @@ QString ScanPageLogic::resolutionStoredText() const
 
 QString ScanPageLogic::rotationText(Side side, int code)
 {
-    const bool front = side == Side::Front;
-    switch (code) {
-    case Upright:
-        return front ? tr("正面旋转0°") : tr("反面旋转0°");
-    case Left90:
-        return front ? tr("正面左转90°") : tr("反面左转90°");
-    case Half:
-        return front ? tr("正面旋转180°") : tr("反面旋转180°");
-    default:
-        return front ? tr("正面右转90°") : tr("反面右转90°");
-    }
+    return tr(rotationLabel(side, code));
+}
+
+QString ScanPageLogic::storedRotationText(Side side, int code)
+{
+    return QString::fromUtf8(rotationLabel(side, code));
 }
 
 int ScanPageLogic::rotationCode(const QString& text)
 {
     for (const int code : {Upright, Left90, Half})
-        if (text == rotationText(Side::Front, code) || text == rotationText(Side::Back, code))
+        if (text == storedRotationText(Side::Front, code) || text == storedRotationText(Side::Back, code))
             return code;
     return Right90;
 }

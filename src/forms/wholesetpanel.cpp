@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/wholesetpanel.h"
 
+#include "config/autostart.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "forms/beforeafter.h"
 #include "forms/dialogparts.h"
 #include "ui_wholesetpanel.h"
 
+#include <QCoreApplication>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QShowEvent>
@@ -83,7 +85,7 @@ void wholesetpanel::addMaintenancePage(QWidget* page)
 {
     Q_ASSERT(!m_maintenance);
     m_maintenance = page;
-    m_ui->pages->addTab(page, tr("设备维护(&M)"));
+    m_ui->pages->insertTab(1, page, tr("设备维护(&M)"));
     // By name: the page comes from a room that this one does not know.
     connect(page, SIGNAL(exchangeStarted()), this, SLOT(lendDevice()));
     connect(page, SIGNAL(exchangeEnded()), this, SLOT(takeDeviceBack()));
@@ -106,6 +108,7 @@ void wholesetpanel::readIni()
         const GroupScope scope(*settings, groups::wholeSet);
         m_binding.read(*settings);
     }
+    m_ui->autostart->setChecked(autostart::isOn());
     showValues();
     if (isVisible())
         showEffect();
@@ -126,7 +129,12 @@ bool wholesetpanel::writeIni()
     }
     if (written && m_maintenance)
         QMetaObject::invokeMethod(m_maintenance, "writeIni", Q_RETURN_ARG(bool, written));
-    dialogparts::showMessage(m_ui->messageLabel, written ? QString() : dialogparts::cannotStore());
+    QString problem = written ? QString() : dialogparts::cannotStore();
+    if (written && !autostart::set(m_ui->autostart->isChecked(), QCoreApplication::applicationFilePath())) {
+        written = false;
+        problem = tr("无法写入 %1，请检查磁盘空间和权限。").arg(autostart::file());
+    }
+    dialogparts::showMessage(m_ui->messageLabel, problem);
     if (written)
         emit settingsWritten();
     return written;
