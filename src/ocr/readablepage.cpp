@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ocr/readablepage.h"
 
+#include "ocr/medianlevel.h"
+#include "ocr/stamps.h"
+
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
@@ -91,20 +94,6 @@ cv::Mat findRules(const cv::Mat& smooth)
     return rules;
 }
 
-int medianOf(const cv::Mat& levels)
-{
-    const int channel = 0, bins = 256;
-    const float range[] = {0, 256};
-    const float* ranges = range;
-    cv::Mat histogram;
-    cv::calcHist(&levels, 1, &channel, cv::noArray(), histogram, 1, &bins, &ranges);
-    double below = 0;
-    int level = 0;
-    while (level < bins - 1 && (below += histogram.at<float>(level)) < levels.total() / 2.0)
-        ++level;
-    return level;
-}
-
 // What is written on of a page on its frame: not the shadow of a cropped page's edge. All of the frame where
 // the paper is as white as the frame itself, for then the last ink is not the page's end.
 cv::Rect writtenPart(const cv::Mat& half, const cv::Size& fullPage)
@@ -112,7 +101,7 @@ cv::Rect writtenPart(const cv::Mat& half, const cv::Size& fullPage)
     const cv::Rect frame(cv::Point(), half.size());
     const cv::Rect page(0, 0, std::max(1, fullPage.width / 2), std::max(1, fullPage.height / 2));
     if (page == frame || page.width <= 4 * kEdge || page.height <= 4 * kEdge ||
-        medianOf(half(page).clone()) >= kWhite)
+        medianLevel(half(page)) >= kWhite)
         return frame;
     return {kEdge, kEdge, page.width - 2 * kEdge, page.height - 2 * kEdge};
 }
@@ -122,7 +111,7 @@ cv::Mat evened(const cv::Mat& smooth, const cv::Mat& paper, const cv::Rect& writ
 {
     cv::Mat difference, out = smooth.clone();
     cv::absdiff(smooth, paper, difference);
-    const double noise = kDeviation * medianOf(difference(written).clone());
+    const double noise = kDeviation * medianLevel(difference(written));
     const double contrast = std::clamp(kNoiseFactor * noise, kLeastContrast, kMostContrast);
     paper.copyTo(out, difference < contrast);
     return out;
@@ -141,7 +130,7 @@ ReadablePage readablePage(const cv::Mat& frame)
 {
     ReadablePage page;
     if (frame.channels() == 3)
-        cv::cvtColor(frame, page.clean, cv::COLOR_BGR2GRAY);
+        page.clean = greyWithoutStamps(frame);
     else
         page.clean = frame;
     cv::Mat half, fullPaper;

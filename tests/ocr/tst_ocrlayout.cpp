@@ -48,6 +48,7 @@ private slots:
     void noiseMakesNoBoxes_data();
     void noiseMakesNoBoxes();
     void aCroppedPageIsNoBox();
+    void aStampJoinsNoRows();
     void textAndPicturesOutliveTheRulesRemoval();
     void linesOfOneParagraphJoin_data();
     void linesOfOneParagraphJoin();
@@ -219,6 +220,30 @@ void TestOcrLayout::aCroppedPageIsNoBox()
     cv::Mat low;
     cv::threshold(readablePage(white).smooth, low, 128, 255, cv::THRESH_BINARY_INV);
     QVERIFY(std::abs(cv::boundingRect(low).br().y - 540) <= 2);
+}
+
+// On yellow paper, over the text: the rows stay apart and what lies under the stamp stays black. Alone it
+// stays.
+void TestOcrLayout::aStampJoinsNoRows()
+{
+    QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+    page.fill(QColor(238, 226, 190));
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(46));
+    for (int i = 0; i < 9; ++i)
+        painter.drawText(300, 400 + 100 * i, drawntext::story().mid(17 * i, 30));
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    const QColor stampInk(230, 90, 90);
+    painter.setPen(QPen(stampInk, 14));
+    painter.drawEllipse(QPoint(1200, 900), 240, 240);
+    painter.fillRect(1180, 700, 40, 400, stampInk);
+    painter.drawEllipse(QPoint(1200, 2500), 240, 240);
+    painter.end();
+    const ReadablePage readable = readablePage(drawntext::toMat(page));
+    QCOMPARE(findTextBoxes(readable.smooth).size(), 10);
+    const cv::Mat crossed = readable.clean(cv::Rect(1180, 700, 40, 400));
+    QVERIFY(cv::mean(crossed, crossed > 130)[0] > 215);
+    QVERIFY(cv::countNonZero(crossed < 60) > 300);
 }
 
 void TestOcrLayout::textAndPicturesOutliveTheRulesRemoval()
