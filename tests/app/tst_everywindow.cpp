@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTextCodec>
@@ -16,12 +17,13 @@
 
 namespace {
 
-// These start a job, another program or end the window instead of opening something.
+// These start a job, another program, end the window or lead to another function instead of opening
+// something.
 bool isLeftAlone(const QAbstractButton* button)
 {
-    static const QStringList names{"scanButton",         "confirmPushButton", "cancelPushButton",
-                                   "helpPushButton",     "applyPushButton",   "previewPushButton",
-                                   "previewPushButton_5"};
+    static const QStringList names{"scanButton",          "confirmPushButton", "cancelPushButton",
+                                   "helpPushButton",      "applyPushButton",   "previewPushButton",
+                                   "previewPushButton_5", "loadBtn",           "delBtn"};
     const bool opens = qobject_cast<const QPushButton*>(button) || qobject_cast<const QToolButton*>(button);
     return !opens || button->isCheckable() || names.contains(button->objectName()) ||
            qobject_cast<const QDialogButtonBox*>(button->parent());
@@ -45,11 +47,34 @@ void checkLabels(const QWidget& window)
     }
 }
 
-// What the window shows of itself on one tab.
-void checkShown(QWidget& window)
+// With QWD200_PICTURES=DIR every window leaves a picture there, one for each of its tabs, for someone to look
+// at; QT_SCALE_FACTOR=2 and QWD200_DARK=1 show them on other desktops.
+void keepPicture(QWidget& window, const QString& name)
 {
-    checkReachable(window);
-    checkLabels(window);
+    const QString folder = qEnvironmentVariable("QWD200_PICTURES");
+    if (folder.isEmpty())
+        return;
+    QTest::qWait(500); // previews come from a worker
+    QVERIFY(QDir().mkpath(folder) && window.grab().save(folder + '/' + name + ".png"));
+}
+
+void useDarkPalette()
+{
+    QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
+    dark.setColor(QPalette::Highlight, QColor(61, 174, 233));
+    dark.setColor(QPalette::Link, QColor(61, 174, 233));
+    dark.setColor(QPalette::ToolTipBase, dark.base().color());
+    dark.setColor(QPalette::ToolTipText, dark.text().color());
+    QApplication::setPalette(dark);
+}
+
+// The tabs of what is on show; null: none.
+QTabWidget* shownTabs(const QWidget& window)
+{
+    for (QTabWidget* tabs : window.findChildren<QTabWidget*>())
+        if (tabs->isVisible())
+            return tabs;
+    return nullptr;
 }
 
 } // namespace
@@ -64,29 +89,33 @@ class TestEveryWindow : public QObject
 private:
     UsbScript m_usb;
     std::unique_ptr<Widget> m_window;
-    QStringList m_seen; // class names of the windows that were checked
+    QStringList m_seen; // class name and size of the windows that were checked
+    QSet<QAbstractButton*> m_pressed;
 
-    void check(QWidget& window)
+    // Checks what the window shows of itself, tab by tab, and all that opens behind it there.
+    void check(QWidget& window, const QString& name)
     {
-        const QList<QTabWidget*> tabs = window.findChildren<QTabWidget*>();
-        if (tabs.isEmpty())
-            checkShown(window);
-        for (QTabWidget* pages : tabs) {
-            for (int page = 0; page < pages->count(); ++page) {
-                pages->setCurrentIndex(page);
-                checkShown(window);
-            }
-            pages->setCurrentIndex(0);
+        QTabWidget* tabs = shownTabs(window);
+        for (int page = 0; page < (tabs ? tabs->count() : 1); ++page) {
+            if (tabs)
+                tabs->setCurrentIndex(page);
+            checkReachable(window);
+            checkLabels(window);
+            keepPicture(window, tabs ? name + QString("-%1").arg(page) : name);
+            openAllBehind(window);
         }
     }
 
     void visit(QWidget* window)
     {
-        const QString name = window->metaObject()->className();
+        // Of another size it shows other things: both sides of a sheet, a document's settings.
+        const QString name = QString("%1 %2x%3")
+                                 .arg(window->metaObject()->className())
+                                 .arg(window->width())
+                                 .arg(window->height());
         if (!isForeign(window) && !m_seen.contains(name)) {
             m_seen << name;
-            check(*window);
-            openAllBehind(*window);
+            check(*window, name);
         }
         if (auto* dialog = qobject_cast<QDialog*>(window))
             dialog->reject();
@@ -143,6 +172,11 @@ private:
         for (const QPointer<QAbstractButton> button : window.findChildren<QAbstractButton*>()) {
             if (!button || !button->isVisible() || !button->isEnabled() || isLeftAlone(button))
                 continue;
+            if (&window == m_window.get()) { // what all functions have is pressed once
+                if (m_pressed.contains(button))
+                    continue;
+                m_pressed << button;
+            }
             const int entries = pressAndVisit(button, 0);
             for (int entry = 1; entry < entries; ++entry)
                 pressAndVisit(button, entry);
@@ -154,6 +188,9 @@ private slots:
     {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
         QVERIFY(freshRoot());
+        useUsualFont();
+        if (qEnvironmentVariableIsSet("QWD200_DARK"))
+            useDarkPalette();
         m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
                                                                       ButtonWatch::Intervals{20, 20, 10}),
                                             0);
@@ -169,15 +206,19 @@ private slots:
                 control<QComboBox>(*m_window, scanPage ? "templetBtncomboBox_3" : "templetBtncomboBox");
             for (int index = 0; index < functions->count(); ++index) {
                 functions->setCurrentIndex(index);
-                checkShown(*m_window);
-                openAllBehind(*m_window);
+                if (!scanPage) // both sides: nothing on the page is disabled
+                    for (QRadioButton* side : m_window->findChildren<QRadioButton*>())
+                        if (side->isVisible() && side->objectName().startsWith("double"))
+                            side->click();
+                check(*m_window, QString("%1 %2").arg(page).arg(index));
             }
         }
         m_seen.sort();
-        qInfo().noquote() << "windows:" << m_seen.join(' ');
-        for (const char* known : {"imgmendpanel", "NoiseSet", "PaperSizeSet", "OutputSet", "CompressSet",
-                                  "RotateSet", "saveSet", "fileNameSet", "wholesetpanel", "append"})
-            QVERIFY2(m_seen.contains(QLatin1String(known)), known);
+        qInfo().noquote() << "windows:" << m_seen.join(", ");
+        for (const char* known :
+             {"imgmendpanel", "NoiseSet", "PaperSizeSet", "OutputSet", "CompressSet", "RotateSet", "saveSet",
+              "fileNameSet", "wholesetpanel", "append", "copyfaxproperty"})
+            QVERIFY2(!m_seen.filter(QRegularExpression(QString("^%1 ").arg(known))).isEmpty(), known);
     }
 
     void cleanupTestCase() { m_window.reset(); }

@@ -92,6 +92,14 @@ void inModal(const std::function<void(D&)>& work)
     timer->start(50);
 }
 
+// 9 point at the 96 dpi of a usual screen, whatever the platform plugin counts as an inch.
+inline void useUsualFont()
+{
+    QFont font(QStringLiteral("Noto Sans CJK SC"));
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+}
+
 // The controls that the Tab key leads to, from the one that has the focus on.
 inline QVector<QWidget*> tabOrder(QWidget& window)
 {

@@ -8,13 +8,7 @@ class TestMainForm : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        // 9 point at the 96 dpi of a usual screen, whatever the platform plugin counts as an inch
-        QFont font(QStringLiteral("Noto Sans CJK SC"));
-        font.setPixelSize(12);
-        QApplication::setFont(font);
-    }
+    void initTestCase() { useUsualFont(); }
     void scanPage() { pageIsUsable(true); }
     void filePage() { pageIsUsable(false); }
 
