@@ -6,10 +6,12 @@
 #include "forms/beforeafter.h"
 #include "forms/wholesetpanel.h"
 
+#include <QCheckBox>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabWidget>
 
 static QVariantList shown(const QWidget& dialog)
 {
@@ -98,6 +100,43 @@ private slots:
         QVERIFY(control<QLabel>(dialog, "splitCountHelpLabel")->text().startsWith("拆分 PDF"));
         press(dialog, QDialogButtonBox::RestoreDefaults);
         QCOMPARE(shown(dialog), QVariantList({5, 5, 8, 2, 0, 2, 2}));
+    }
+
+    void startsAtLogin()
+    {
+        const QString folder = installRoot() + "config";
+        const QString file = folder + "/autostart/cn.zarn.qwd200.desktop";
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder));
+        const auto store = [](bool on) {
+            wholesetpanel dialog;
+            open(dialog);
+            control<QTabWidget>(dialog, "pages")->setCurrentIndex(1);
+            checkReachable(dialog);
+            if (control<QCheckBox>(dialog, "autostart")->isChecked() != on)
+                click(dialog, "autostart");
+            press(dialog, QDialogButtonBox::Ok);
+            return dialog.isVisible() ? message(dialog) : QString();
+        };
+        const auto shownOn = [] { return control<QCheckBox>(wholesetpanel(), "autostart")->isChecked(); };
+        QVERIFY(!shownOn());
+        QCOMPARE(store(true), QString());
+        QVERIFY(shownOn());
+        const QByteArray entry = fileContent(file);
+        QVERIFY(entry.contains("\nExec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\"\n"));
+        QCOMPARE(QDir(folder + "/autostart").entryList(QDir::Files), QStringList("cn.zarn.qwd200.desktop"));
+        // the desktop's own settings switch it off so
+        QVERIFY(putFile(file, entry + "Hidden=true\n"));
+        QVERIFY(!shownOn());
+        QCOMPARE(store(false), QString()); // and leave it so
+        QVERIFY(fileContent(file).contains("Hidden"));
+        QCOMPARE(store(true), QString());
+        QCOMPARE(fileContent(file), entry);
+        QCOMPARE(store(false), QString());
+        QVERIFY(!QFile::exists(file));
+        QVERIFY(QDir(folder + "/autostart").removeRecursively() &&
+                putFile(folder + "/autostart", "in the way"));
+        QVERIFY(store(true).contains(file));
+        qunsetenv("XDG_CONFIG_HOME");
     }
 
     void badValues()

@@ -15,6 +15,9 @@ sys.path.insert(0, os.path.join(TREE, "scripts", "demo"))
 from session import Session  # noqa: E402
 
 BUILD = os.environ["QWD200_BUILD"]
+for variable in ("LC_MESSAGES", "LANG", "LANGUAGE"):
+    os.environ.pop(variable, None)
+os.environ["LC_ALL"] = "C.UTF-8"  # the texts that tests look for are Chinese, the default
 SAMPLES = os.path.join(BUILD, "samples")
 # A short chain for tests that are not about pixels: no crop, no turn, blanks kept, front sides only.
 PLAIN = [("Scan_Scan", key, value) for key, value in
