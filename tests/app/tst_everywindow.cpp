@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/englishtexts.h"
 #include "app/widget.h"
 #include "config/freshroot.h"
 #include "device/readbtn.h"
 #include "device/scriptedusb.h"
 #include "forms-dialogs/driving.h"
+#include "language/language.h"
 
 #include <QColorDialog>
 #include <QFileDialog>
@@ -38,10 +40,10 @@ bool isForeign(const QWidget* window)
 
 void checkLabels(const QWidget& window)
 {
-    const QStringList told{"下一个文件名:", "扫描仪状态:"}; // what follows is no control
+    const QStringList told{"nextCaption", "statusNameLabel"}; // what follows is no control
     for (const QLabel* label : window.findChildren<QLabel*>()) {
         const bool caption = label->isVisible() && label->window() == &window &&
-                             label->text().endsWith(QLatin1Char(':')) && !told.contains(label->text());
+                             label->text().endsWith(QLatin1Char(':')) && !told.contains(label->objectName());
         QVERIFY2(!caption || label->buddy(),
                  qPrintable(QString(window.metaObject()->className()) + ": no buddy of " + label->text()));
     }
@@ -101,6 +103,8 @@ private:
                 tabs->setCurrentIndex(page);
             checkReachable(window);
             checkLabels(window);
+            if (language::isEnglish())
+                checkEnglish(window);
             keepPicture(window, tabs ? name + QString("-%1").arg(page) : name);
             openAllBehind(window);
         }
@@ -188,6 +192,7 @@ private slots:
     {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
         QVERIFY(freshRoot());
+        language::set(*qobject_cast<QApplication*>(qApp), {});
         useUsualFont();
         if (qEnvironmentVariableIsSet("QWD200_DARK"))
             useDarkPalette();

@@ -318,12 +318,6 @@ private slots:
         QVERIFY(m_window->isVisible());
     }
 
-    void helpSaysWhenItIsNotInstalled()
-    {
-        control<QPushButton>("helpPushButton")->click();
-        QCOMPARE(status(), QStringLiteral("帮助文件尚未安装"));
-    }
-
     void applicationsAreKeptAcrossStartsAndDeletedKeysGo()
     {
         m_window->scanAddApp("看图", "/usr/bin/viewer -f %f");
