@@ -9,11 +9,9 @@ source scripts/lib.sh
 # Debian's hardening flags; the build folder's name stays out of the binaries.
 export_build_flags() {
     export DEB_BUILD_MAINT_OPTIONS=hardening=+all
-    local flag
-    for flag in CPPFLAGS CXXFLAGS LDFLAGS; do
-        export "$flag=$(dpkg-buildflags --get $flag)"
-    done
-    CXXFLAGS+=" $CPPFLAGS -ffile-prefix-map=$PWD=."
+    CXXFLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
+    LDFLAGS=$(dpkg-buildflags --get LDFLAGS)
+    export CXXFLAGS LDFLAGS
     SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/deb/changelog -S Timestamp)
     export SOURCE_DATE_EPOCH
 }
@@ -23,6 +21,7 @@ main() {
     export_build_flags
     umask 022
     build_preset package build-package
+    rm -f build-package/*.deb
     (cd build-package && "${AS_USER[@]}" cpack -G DEB >/dev/null)
     ls build-package/*.deb
 }

@@ -66,7 +66,7 @@ give_to_user() {
     group=$(id -gn "$owner")
     as_root install -d "${WRITABLE_FOLDERS[@]}"
     as_root find "$INSTALL_ROOT" -path "$INSTALL_ROOT/bin" -prune -o -path "$INSTALL_ROOT/lib" -prune -o \
-        -path "$INSTALL_ROOT/zip-ofd" -prune -o \
+        -path "$INSTALL_ROOT/zip-ofd" -prune -o -path "$INSTALL_ROOT/pdfReader" -prune -o \
         -exec chown -h "$owner:$group" {} +
     [[ -d $SAVE_FOLDER ]] || as_root install -d -o "$owner" -g "$group" "$SAVE_FOLDER"
     "${AS_USER[@]}" test -w "$SAVE_FOLDER" || say "note: $SAVE_FOLDER belongs to someone else; choose another save folder in the program"
