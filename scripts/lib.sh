@@ -9,6 +9,7 @@ readonly BUILD_PACKAGES=(
     qttools5-dev qttools5-dev-tools
     libqpdf-dev libzip-dev libpoppler-qt5-dev
     libumockdev-dev umockdev
+    weasyprint fonts-noto-cjk
 )
 # qtwayland5: a session without an X server; the two fonts and translations are data that no library pulls in.
 readonly RUN_PACKAGES=(

@@ -2,21 +2,25 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Typesets the manual: chapters/*.html in the order of their names, with contents and index, into one PDF.
 
-    build.py OUT.pdf
+    build.py VERSION OUT.pdf
 
 A <dfn key="pinyin">term</dfn> in the text becomes an entry of the index, sorted by the key (without one, by the
-term). A picture that a chapter names must be there: nothing is typeset with a gap.
+term). The first row of a table is repeated on each page. A picture that a chapter names must be there: nothing is
+typeset with a gap. The same sources give the same bytes.
 """
 import html
+import os
 import re
 import sys
 from pathlib import Path
 
 import weasyprint
 
+os.environ.setdefault('SOURCE_DATE_EPOCH', '0')  # embedded fonts carry the time of their making
 HERE = Path(__file__).resolve().parent
 HEADING = re.compile(r'<(h[12])>(.*?)</\1>', re.S)
 TERM = re.compile(r'<dfn(?: key="([^"]*)")?>(.*?)</dfn>', re.S)
+HEAD_ROW = re.compile(r'(<table[^>]*>)\s*(<tr><th.*?</tr>)', re.S)
 PICTURE = re.compile(r'<img[^>]*src="([^"]+)"')
 
 
@@ -64,18 +68,21 @@ def index_pages(terms):
 
 
 def main():
+    version, output = sys.argv[1:]
     contents, terms, chapters = [], {}, []
     for chapter in sorted((HERE / 'chapters').glob('*.html')):
         text = chapter.read_text(encoding='utf-8')
         for picture in PICTURE.findall(text):
             if not (HERE / picture).is_file():
                 sys.exit(f'{chapter.name}: no picture {picture}')
+        text = HEAD_ROW.sub(r'\1<thead>\2</thead>', text)
         chapters.append(marked_terms(numbered_headings(text, contents), terms))
-    cover = (HERE / 'cover.html').read_text(encoding='utf-8')
+    cover = (HERE / 'cover.html').read_text(encoding='utf-8').replace('VERSION', html.escape(version))
     document = ('<!DOCTYPE html><html lang="zh-CN"><head><meta charset="utf-8"><title>QWD200 文档扫描 用户手册</title>'
+                '<meta name="description" content="扫描、保存、识别、模板、故障与处理">'
                 '<link rel="stylesheet" href="manual.css"></head><body>'
                 + cover + contents_page(contents) + ''.join(chapters) + index_pages(terms) + '</body></html>')
-    weasyprint.HTML(string=document, base_url=str(HERE)).write_pdf(sys.argv[1])
+    weasyprint.HTML(string=document, base_url=str(HERE)).write_pdf(output, optimize_size=('fonts', 'images'))
 
 
 if __name__ == '__main__':

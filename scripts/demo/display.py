@@ -13,12 +13,12 @@ class DisplayError(Exception):
 
 
 class Display:
-    def __init__(self, supervisor, log):
+    def __init__(self, supervisor, log, tray=True):
         self._env = dict(os.environ)
         self.name = self._start_server(supervisor, log)
         self._env["DISPLAY"] = self.name
         supervisor.start(["openbox"], log=log, env=self._env)
-        if shutil.which("trayer"):
+        if tray and shutil.which("trayer"):
             supervisor.start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request", "--height", "24"],
                              log=log, env=self._env)
             time.sleep(0.5)  # the tray's owner must be known before the program asks for one
@@ -56,6 +56,16 @@ class Display:
         self._xdotool("windowactivate", "--sync", window)
         self._xdotool("key", "--clearmodifiers", keys)
 
+    def type(self, text):
+        """Types a text, or presses keys in turn when it is a list, in the window that has the focus."""
+        if isinstance(text, str):
+            self._xdotool("type", "--delay", "30", text)
+        else:
+            self._xdotool("key", "--delay", "60", "--clearmodifiers", *text)
+
+    def click(self, x, y, button=1):
+        self._xdotool("mousemove", str(x), str(y), "click", str(button))
+
     def active_window(self):
         return self._xdotool("getactivewindow").strip()
 
@@ -67,6 +77,8 @@ class Display:
         self._xdotool("windowactivate", "--sync", window)
         self._xdotool("key", "--clearmodifiers", "alt+F4")
 
-    def screenshot(self, path):
-        subprocess.run(["import", "-window", "root", path], env=self._env, timeout=30, check=True,
+    def screenshot(self, path, window="root"):
+        """The whole screen, or one window with its frame."""
+        frame = ["-frame"] if window != "root" else []
+        subprocess.run(["import", *frame, "-window", window, path], env=self._env, timeout=30, check=True,
                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

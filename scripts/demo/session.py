@@ -53,7 +53,7 @@ def drop_old_runs(folder, days=1):
 class Session:
     """Use as a context manager: leaving it ends every process that was started."""
 
-    def __init__(self, build, feeder=None, out=None, keys=(), path_keys=(), speed="fast"):
+    def __init__(self, build, feeder=None, out=None, keys=(), path_keys=(), speed="fast", tray=True):
         self.build = os.path.abspath(build)
         self.feeder = os.path.abspath(feeder or os.path.join(self.build, "samples"))
         runs = os.path.join(self.build, "demo")
@@ -65,6 +65,7 @@ class Session:
         self.log_path = os.path.join(self.folder, "program.log")
         self.log = None
         self._speed = speed
+        self._tray = tray
         self._keys = DEMO_KEYS + list(keys)
         self._path_keys = [(group, "savepath", self.saved_folder) for group in PATH_GROUPS] + list(path_keys)
         self._supervisor = Supervisor()
@@ -96,7 +97,7 @@ class Session:
         write_ini(os.path.join(self.root, "QWD200.conf"), self._keys)
         write_ini(os.path.join(self.root, "QWD200_path.conf"), self._path_keys)
         with open(os.path.join(self.folder, "display.log"), "ab") as log:
-            self.display = Display(self._supervisor, log)
+            self.display = Display(self._supervisor, log, self._tray)
         self._env = self._environment()
 
     def _environment(self):
