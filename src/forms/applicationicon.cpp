@@ -2,8 +2,27 @@
 #include "forms/applicationicon.h"
 
 #include <QFileInfo>
+#include <QPainter>
 
-QIcon applicationIcon(const QString& name)
+namespace {
+
+// Icons that fill a square: names beside them in a list stand in one line.
+QIcon squared(const QIcon& icon)
+{
+    if (icon.isNull())
+        return icon;
+    QIcon all;
+    for (const int side : {16, 32, 48}) {
+        QPixmap square(side, side);
+        square.fill(Qt::transparent);
+        QPainter painter(&square);
+        icon.paint(&painter, square.rect());
+        all.addPixmap(square);
+    }
+    return all;
+}
+
+QIcon foundIcon(const QString& name)
 {
     constexpr qint64 kMostBytes = 1 << 20; // the file comes from anywhere
     if (name.isEmpty())
@@ -28,4 +47,11 @@ QIcon applicationIcon(const QString& name)
             return icon;
     }
     return {};
+}
+
+} // namespace
+
+QIcon applicationIcon(const QString& name)
+{
+    return squared(foundIcon(name));
 }

@@ -86,6 +86,8 @@ void fileNameSet::connectControls()
     connect(m_fields, &NamingFields::edited, this, &fileNameSet::showRules);
     connect(m_ui->appendAppButton, &QPushButton::clicked, this, &fileNameSet::appendApp);
     connect(m_ui->delAppButton, &QPushButton::clicked, this, &fileNameSet::delApp);
+    connect(m_ui->buttonBox->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+            [this] { setRules(factoryNamingRules(m_group)); });
     connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &fileNameSet::accept);
     connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }

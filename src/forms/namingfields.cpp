@@ -12,24 +12,57 @@
 #include <QSpinBox>
 #include <type_traits>
 
+namespace {
+
+template <typename Rules, typename Visit>
+void forEachRule(Rules& rules, Visit visit)
+{
+    visit(rules.stamp, keys::dateAndtime);
+    visit(rules.systemStamp, keys::system);
+    visit(rules.order[0], keys::year);
+    visit(rules.order[1], keys::month);
+    visit(rules.order[2], keys::date);
+    visit(rules.separator, keys::separator);
+    visit(rules.hours24, keys::timeType);
+    visit(rules.userDefined, keys::usrDefine);
+    visit(rules.prefix, keys::name);
+    visit(rules.start, keys::start);
+    visit(rules.digits, keys::length);
+    visit(rules.cover, keys::cover);
+    visit(rules.askAfter, keys::showConfirmBox);
+    visit(rules.askBefore, keys::messgBox);
+    visit(rules.finishStartApp, keys::finishStarApp);
+    visit(rules.appName, keys::appName);
+}
+
+// The factory values of those keys that `isWanted`.
+template <typename Wanted>
+void takeFactoryValues(NamingRules& rules, const QString& group, Wanted isWanted)
+{
+    const SettingTable& known = table(group);
+    forEachRule(rules, [&](auto& value, const char* key) {
+        const Setting* setting = known.find(key);
+        if (setting && isWanted(key))
+            value = setting->factory.value<std::decay_t<decltype(value)>>();
+    });
+}
+
+} // namespace
+
 NamingRules offeredNamingRules(const QString& group)
 {
     const auto settings = openMainSettings();
     const GroupScope scope(*settings, group);
     NamingRules rules = readNamingRules(*settings);
-    const SettingTable& known = table(group);
-    const auto fill = [&](auto& value, const char* key) {
-        const Setting* setting = known.find(key);
-        if (setting && !settings->contains(QLatin1String(key)))
-            value = setting->factory.value<std::decay_t<decltype(value)>>();
-    };
-    fill(rules.systemStamp, keys::system);
-    fill(rules.order[0], keys::year);
-    fill(rules.order[1], keys::month);
-    fill(rules.order[2], keys::date);
-    fill(rules.prefix, keys::name);
-    fill(rules.start, keys::start);
-    fill(rules.digits, keys::length);
+    takeFactoryValues(rules, group,
+                      [&settings](const char* key) { return !settings->contains(QLatin1String(key)); });
+    return rules;
+}
+
+NamingRules factoryNamingRules(const QString& group)
+{
+    NamingRules rules;
+    takeFactoryValues(rules, group, [](const char*) { return true; });
     return rules;
 }
 
@@ -38,24 +71,8 @@ void storeNamingRules(QSettings& group, const NamingRules& rules)
     const auto put = [&group](const char* key, const QVariant& value) {
         group.setValue(QLatin1String(key), value);
     };
-    put(keys::dateAndtime, rules.stamp);
-    put(keys::system, rules.systemStamp);
+    forEachRule(rules, [&put](const auto& value, const char* key) { put(key, value); });
     put(keys::usr, !rules.systemStamp);
-    put(keys::year, rules.order[0]);
-    put(keys::month, rules.order[1]);
-    put(keys::date, rules.order[2]);
-    put(keys::separator, rules.separator);
-    put(keys::timeType, rules.hours24);
-    put(keys::usrDefine, rules.userDefined);
-    put(keys::name, rules.prefix);
-    put(keys::start, rules.start);
-    put(keys::length, rules.digits);
-    put(keys::cover, rules.cover);
-    put(keys::showConfirmBox, rules.askAfter);
-    put(keys::messgBox, rules.askBefore);
-    put(keys::finishStarApp, rules.finishStartApp);
-    put(keys::appName, rules.appName);
-
     for (const char* key : {keys::systemState, keys::usrState})
         put(key, rules.stamp);
     for (const char* key :

@@ -13,6 +13,7 @@ class QSpinBox;
 // The naming settings of a group of the main settings file as the dialogs offer them: as stored, and the
 // factory values for what is not stored yet.
 NamingRules offeredNamingRules(const QString& group);
+NamingRules factoryNamingRules(const QString& group);
 
 // Writes the naming settings into the group that is begun in `group`, with the flags (keys ending in "State")
 // that tell which of the dialog's controls can be used under these rules. The reverse of readNamingRules().

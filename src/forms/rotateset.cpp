@@ -2,17 +2,19 @@
 #include "forms/rotateset.h"
 
 #include "forms/dialogparts.h"
-#include "forms/scanpagelogic.h"
-#include "ui_rotateset.h"
 
 #include <QButtonGroup>
+#include <QGroupBox>
 #include <QPainter>
+#include <QRadioButton>
+#include <QVBoxLayout>
 
 namespace {
 
 using Side = ScanPageLogic::Side;
 
-constexpr int turnCount = 4;
+constexpr int kTurns = 4;
+
 // A sheet with a letter on it, turned as the choice says.
 QIcon turnedSheet(const QWidget* widget, double degrees)
 {
@@ -39,50 +41,71 @@ QIcon turnedSheet(const QWidget* widget, double degrees)
 } // namespace
 
 RotateSet::RotateSet(const RotationChoice& choice, ScanSides sides, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::RotateSet>()), m_front(new QButtonGroup(this)),
-      m_back(new QButtonGroup(this))
+    : SettingsDialog(tr("页面旋转"),
+                     tr("扫描后的页面可以按文字方向自动转正，也可以每页都固定旋转同样的角度。"), QString(),
+                     parent),
+      m_automatic(new QRadioButton(tr("自动判断方向(&A)"), this)),
+      m_fixed(new QRadioButton(tr("固定旋转(&F)"), this))
 {
-    m_ui->setupUi(this);
-    dialogparts::styleHelp(m_ui->helpLabel);
-    dialogparts::useChineseButtons(m_ui->buttonBox);
-    fill(m_front, {m_ui->frontTurn0, m_ui->frontTurn1, m_ui->frontTurn2, m_ui->frontTurn3}, false,
-         choice.front);
-    fill(m_back, {m_ui->backTurn0, m_ui->backTurn1, m_ui->backTurn2, m_ui->backTurn3}, true, choice.back);
-    m_ui->frontGroup->setVisible(sides != ScanSides::Back);
-    m_ui->backGroup->setVisible(sides != ScanSides::Front);
-
-    const auto enableTurns = [this](bool fixed) {
-        m_ui->frontGroup->setEnabled(fixed);
-        m_ui->backGroup->setEnabled(fixed);
-    };
-    connect(m_ui->fixedButton, &QRadioButton::toggled, this, enableTurns);
-    m_ui->automaticButton->setChecked(choice.automatic);
-    m_ui->fixedButton->setChecked(!choice.automatic);
-    enableTurns(!choice.automatic);
-    connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_automatic->setObjectName(QStringLiteral("automaticButton"));
+    m_automatic->setToolTip(tr("识别页面上的少量文字，把页面转正；没有文字的页面保持不变"));
+    m_fixed->setObjectName(QStringLiteral("fixedButton"));
+    m_fixed->setToolTip(tr("每一页都按下面选择的角度旋转"));
+    body()->addWidget(m_automatic);
+    body()->addWidget(m_fixed);
+    auto* row = new QHBoxLayout;
+    m_front = addTurns(row, Side::Front);
+    m_back = addTurns(row, Side::Back);
+    m_front.box->setVisible(sides != ScanSides::Back);
+    m_back.box->setVisible(sides != ScanSides::Front);
+    body()->addLayout(row);
+    body()->addStretch(1);
+    show(choice);
+    showStored();
 }
 
-RotateSet::~RotateSet() = default;
-
-void RotateSet::fill(QButtonGroup* group, const QList<QAbstractButton*>& buttons, bool back, int checked)
+RotateSet::Turns RotateSet::addTurns(QBoxLayout* row, Side side)
 {
-    for (int code = 0; code < turnCount; ++code) {
-        QAbstractButton* button = buttons.at(code);
-        button->setText(ScanPageLogic::rotationText(back ? Side::Back : Side::Front, code));
+    const bool front = side == Side::Front;
+    const Turns turns{new QGroupBox(front ? tr("正面") : tr("反面"), this), new QButtonGroup(this)};
+    turns.box->setObjectName(front ? QStringLiteral("frontGroup") : QStringLiteral("backGroup"));
+    const QString tips[kTurns] = {tr("不旋转页面"), tr("把页面向左（逆时针）转 90 度"),
+                                  tr("把页面倒转 180 度"), tr("把页面向右（顺时针）转 90 度")};
+    auto* column = new QVBoxLayout(turns.box);
+    for (int code = 0; code < kTurns; ++code) {
+        auto* button = new QRadioButton(ScanPageLogic::rotationText(side, code), turns.box);
+        button->setObjectName(
+            (front ? QStringLiteral("frontTurn%1") : QStringLiteral("backTurn%1")).arg(code));
+        button->setToolTip(tips[code]);
         button->setIcon(turnedSheet(this, ScanPageLogic::clockwiseDegrees(code)));
         button->setIconSize(QSize(28, 28));
-        dialogparts::addAccessKey(button, Qt::ALT | (Qt::Key_1 + code + (back ? turnCount : 0)));
-        group->addButton(button, code);
+        dialogparts::addAccessKey(button, Qt::ALT | (Qt::Key_1 + code + (front ? 0 : kTurns)));
+        turns.buttons->addButton(button, code);
+        column->addWidget(button);
     }
-    buttons.at(qBound(0, checked, turnCount - 1))->setChecked(true);
+    row->addWidget(turns.box);
+    return turns;
+}
+
+void RotateSet::show(const RotationChoice& choice)
+{
+    (choice.automatic ? m_automatic : m_fixed)->setChecked(true);
+    m_front.buttons->button(qBound(0, choice.front, kTurns - 1))->setChecked(true);
+    m_back.buttons->button(qBound(0, choice.back, kTurns - 1))->setChecked(true);
 }
 
 RotationChoice RotateSet::choice() const
 {
-    RotationChoice choice;
-    choice.automatic = m_ui->automaticButton->isChecked();
-    choice.front = m_front->checkedId();
-    choice.back = m_back->checkedId();
-    return choice;
+    return {m_automatic->isChecked(), m_front.buttons->checkedId(), m_back.buttons->checkedId()};
+}
+
+void RotateSet::setOwnDefaults()
+{
+    show({});
+}
+
+void RotateSet::valuesChanged()
+{
+    m_front.box->setEnabled(m_fixed->isChecked());
+    m_back.box->setEnabled(m_fixed->isChecked());
 }

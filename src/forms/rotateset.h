@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QDialog>
-#include <memory>
+#include "forms/scanpagelogic.h"
+#include "forms/settingsdialog.h"
 
-class QAbstractButton;
+class QBoxLayout;
 class QButtonGroup;
-
-namespace Ui {
-class RotateSet;
-}
+class QGroupBox;
+class QRadioButton;
 
 // How pages are turned. Turn codes: 0 none, 1 left 90°, 2 180°, 3 right 90°.
 struct RotationChoice
@@ -28,19 +26,29 @@ enum class ScanSides
 
 // The dialog behind the page-rotation button. It stores nothing: the caller takes choice() when it was
 // accepted. Only the scanned side's turns are shown.
-class RotateSet : public QDialog
+class RotateSet : public SettingsDialog
 {
     Q_OBJECT
 public:
     RotateSet(const RotationChoice& choice, ScanSides sides, QWidget* parent = nullptr);
-    ~RotateSet() override;
 
     RotationChoice choice() const;
 
-private:
-    void fill(QButtonGroup* group, const QList<QAbstractButton*>& buttons, bool back, int checked);
+protected:
+    void valuesChanged() override;
+    void setOwnDefaults() override;
 
-    std::unique_ptr<Ui::RotateSet> m_ui;
-    QButtonGroup* m_front;
-    QButtonGroup* m_back;
+private:
+    struct Turns
+    {
+        QGroupBox* box;
+        QButtonGroup* buttons;
+    };
+    Turns addTurns(QBoxLayout* row, ScanPageLogic::Side side);
+    void show(const RotationChoice& choice);
+
+    QRadioButton* m_automatic;
+    QRadioButton* m_fixed;
+    Turns m_front;
+    Turns m_back;
 };

@@ -62,6 +62,10 @@ void saveSet::connectControls()
             &saveSet::showRules);
     connect(m_fields, &NamingFields::edited, this, &saveSet::showRules);
     connect(m_ui->fileNameButton, &QPushButton::clicked, this, &saveSet::openFileNameSet);
+    connect(m_ui->buttonBox->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this, [this] {
+        m_ui->folderEdit->setText(defaultSaveFolder());
+        setRules(factoryNamingRules(m_group));
+    });
     connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &saveSet::accept);
     connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }

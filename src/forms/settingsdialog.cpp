@@ -13,7 +13,14 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
+#include <QSpinBox>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr int kLeastColumns = 60; // of the help line: 30 Chinese characters
+
+}
 
 SettingsDialog::SettingsDialog(const QString& title, const QString& help, const QString& group,
                                QWidget* parent)
@@ -25,6 +32,7 @@ SettingsDialog::SettingsDialog(const QString& title, const QString& help, const 
     auto* line = new QLabel(help, this);
     line->setObjectName(QStringLiteral("helpLabel"));
     dialogparts::styleHelp(line);
+    line->setMinimumWidth(line->fontMetrics().averageCharWidth() * kLeastColumns);
     all->addWidget(line);
     all->addLayout(m_body, 1);
 }
@@ -52,6 +60,10 @@ void SettingsDialog::addRow(QFormLayout* form, const QString& label, QWidget* co
 {
     control->setObjectName(QLatin1String(key));
     control->setToolTip(tip);
+    if (label.isEmpty()) { // the control names itself
+        form->addRow(QString(), control);
+        return;
+    }
     auto* caption = new QLabel(label, this);
     caption->setBuddy(control);
     caption->setToolTip(tip);
@@ -108,6 +120,8 @@ void SettingsDialog::showStored()
     for (QDoubleSpinBox* box : findChildren<QDoubleSpinBox*>())
         connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
                 &SettingsDialog::valuesChanged);
+    for (QSpinBox* box : findChildren<QSpinBox*>())
+        connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this, &SettingsDialog::valuesChanged);
     showNumbers();
     valuesChanged();
 }

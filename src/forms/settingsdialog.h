@@ -14,7 +14,8 @@ class QVBoxLayout;
 
 // What the dialogs have in common that edit one group of the main settings file: a title, a line that says
 // what the settings do to the page, the controls, a message, and the buttons 确定, 取消 and 默认值. A dialog
-// adds its controls in its constructor, binds them, and calls showStored() last. GUI thread.
+// adds its controls in its constructor, binds them (one that binds none stores nothing), and calls
+// showStored() last. GUI thread.
 class SettingsDialog : public QDialog
 {
     Q_OBJECT
@@ -31,7 +32,8 @@ protected:
     SettingBinding& binding() { return m_binding; }
     const QString& group() const { return m_group; }
 
-    // A row of `form`: the label's "&" letter leads to the control. `key` names the control.
+    // A row of `form`: the label's "&" letter leads to the control; without a label the control has a text of
+    // its own. `key` names the control.
     void addRow(QFormLayout* form, const QString& label, QWidget* control, const char* key,
                 const QString& tip);
     // A slider with its value beside it.

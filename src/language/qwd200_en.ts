@@ -27,6 +27,11 @@
         <source>无法生成预览，请检查磁盘空间。</source>
         <translation>No preview could be made. Check the disk space.</translation>
     </message>
+    <message>
+        <source>%1%2</source>
+        <comment>two sentences</comment>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>BorderSketch</name>
@@ -39,11 +44,11 @@
     <name>CharacterMap</name>
     <message>
         <source>无法写入“%1”：%2</source>
-        <translation>Cannot write “%1”: %2</translation>
+        <translation>Cannot write &quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>无法生成“%1”，磁盘空间可能不足</source>
-        <translation>Cannot make “%1”; the disk may be full</translation>
+        <translation>Cannot make &quot;%1&quot;; the disk may be full</translation>
     </message>
 </context>
 <context>
@@ -181,15 +186,15 @@
     </message>
     <message>
         <source>不保存空白页；灵敏度在“整体设定”中</source>
-        <translation>Blank pages are not saved; the level is in “General Settings”</translation>
+        <translation>Blank pages are not saved; the level is in &quot;General Settings&quot;</translation>
     </message>
     <message>
         <source>把纸张的底色、污渍和透印变白；强度在“整体设定”中</source>
-        <translation>Turns paper color, stains and show-through white; the strength is in “General Settings”</translation>
+        <translation>Turns paper color, stains and show-through white; the strength is in &quot;General Settings&quot;</translation>
     </message>
     <message>
         <source>使笔画更黑更清楚；强度在“整体设定”中</source>
-        <translation>Makes strokes blacker and clearer; the strength is in “General Settings”</translation>
+        <translation>Makes strokes blacker and clearer; the strength is in &quot;General Settings&quot;</translation>
     </message>
     <message>
         <source>用于红头公文：底色变白，字迹变黑，红色保留</source>
@@ -197,7 +202,7 @@
     </message>
     <message>
         <source>页面四周涂成一种颜色，盖住黑边和阴影；宽度和颜色在“补边设定”中</source>
-        <translation>Paints the page&apos;s edges in one color to cover black borders and shadows; width and color are under “Border”</translation>
+        <translation>Paints the page&apos;s edges in one color to cover black borders and shadows; width and color are under &quot;Border&quot;</translation>
     </message>
     <message>
         <source>当前颜色模式保存成的文件类型</source>
@@ -232,7 +237,7 @@
     </message>
     <message>
         <source>启动命令中有未知的“%”代码。</source>
-        <translation>The start command contains an unknown “%” code.</translation>
+        <translation>The start command contains an unknown &quot;%&quot; code.</translation>
     </message>
     <message>
         <source>文件无法读取。</source>
@@ -279,7 +284,7 @@
     </message>
     <message>
         <source>“%1”中没有应用程序。</source>
-        <translation>There are no applications in “%1”.</translation>
+        <translation>There are no applications in &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>选择桌面条目</source>
@@ -291,7 +296,7 @@
     </message>
     <message>
         <source>“%1”：%2</source>
-        <translation>“%1”: %2</translation>
+        <translation>&quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>请选择一个应用程序。</source>
@@ -362,11 +367,11 @@
     </message>
     <message>
         <source>文件名中不能有“/”或控制字符</source>
-        <translation>A file name must not contain “/” or control characters</translation>
+        <translation>A file name must not contain &quot;/&quot; or control characters</translation>
     </message>
     <message>
         <source>文件名不能以“.”开头，否则文件会被隐藏</source>
-        <translation>A file name must not begin with “.”, which would hide the file</translation>
+        <translation>A file name must not begin with &quot;.&quot;, which would hide the file</translation>
     </message>
     <message>
         <source>文件名太长</source>
@@ -374,7 +379,7 @@
     </message>
     <message>
         <source>文件夹中已有“%1”，没有重命名</source>
-        <translation>“%1” is already in the folder; nothing was renamed</translation>
+        <translation>&quot;%1&quot; is already in the folder; nothing was renamed</translation>
     </message>
     <message>
         <source>%1 字节</source>
@@ -398,7 +403,7 @@
     </message>
     <message>
         <source>无法重命名“%1”，请检查文件夹的写入权限</source>
-        <translation>Cannot rename “%1”. Check the right to write in its folder</translation>
+        <translation>Cannot rename &quot;%1&quot;. Check the right to write in its folder</translation>
     </message>
 </context>
 <context>
@@ -511,7 +516,7 @@
     </message>
     <message>
         <source>文件夹“%1”还不存在，第一次扫描时建立。</source>
-        <translation>The folder “%1” does not exist yet; the first scan makes it.</translation>
+        <translation>The folder &quot;%1&quot; does not exist yet; the first scan makes it.</translation>
     </message>
     <message>
         <source>一次最多打开 %1 个文件</source>
@@ -519,7 +524,7 @@
     </message>
     <message>
         <source>无法打开“%1”</source>
-        <translation>Cannot open “%1”</translation>
+        <translation>Cannot open &quot;%1&quot;</translation>
     </message>
     <message>
         <source>已将 %1 个文件移到回收站</source>
@@ -582,7 +587,7 @@
     </message>
     <message>
         <source>纸张大小选择“自定义”时裁切成多大</source>
-        <translation>The size to which pages are cut with the paper size “Custom”</translation>
+        <translation>The size to which pages are cut with the paper size &quot;Custom&quot;</translation>
     </message>
     <message>
         <source>输出图像(&amp;O)...</source>
@@ -717,7 +722,7 @@
     </message>
     <message>
         <source>每英寸点数，50 至 1200；分辨率选“自定义”时可以输入</source>
-        <translation>Dots per inch, 50 to 1200; can be typed when the resolution is “Custom”</translation>
+        <translation>Dots per inch, 50 to 1200; can be typed when the resolution is &quot;Custom&quot;</translation>
     </message>
     <message>
         <source>自定义分辨率：50 至 1200 dpi</source>
@@ -833,7 +838,7 @@
     </message>
     <message>
         <source>仅用于黑白；自定义的数值在“更多”的“杂点与阈值”中</source>
-        <translation>Only for black/white; a custom value is set under “More”, “Specks and Threshold”</translation>
+        <translation>Only for black/white; a custom value is set under &quot;More&quot;, &quot;Specks and Threshold&quot;</translation>
     </message>
     <message>
         <source>自动</source>
@@ -1013,7 +1018,7 @@
     </message>
     <message>
         <source>用于黑白页面；自定义的级别在“更多”的“杂点与阈值”中</source>
-        <translation>For black-and-white pages; a custom level is set under “More”, “Specks and Threshold”</translation>
+        <translation>For black-and-white pages; a custom level is set under &quot;More&quot;, &quot;Specks and Threshold&quot;</translation>
     </message>
     <message>
         <source>输出多张图像</source>
@@ -1089,7 +1094,7 @@
     </message>
     <message>
         <source>列表在“保存设定”的文件名设置中编辑</source>
-        <translation>The list is edited under “Saving”, in the file name settings</translation>
+        <translation>The list is edited under &quot;Saving&quot;, in the file name settings</translation>
     </message>
 </context>
 <context>
@@ -1104,7 +1109,7 @@
     </message>
     <message>
         <source>扫描仪空闲一段时间后可以自动进入待机，节省电能。选好后点击“发送到扫描仪”，设置才会生效。选择“立即休眠”时，扫描仪一分钟后进入待机。</source>
-        <translation>The scanner can go to standby after some idle time to save energy. Click “Send to Scanner” for a choice to take effect. With “Sleep now” the scanner goes to standby after one minute.</translation>
+        <translation>The scanner can go to standby after some idle time to save energy. Click &quot;Send to Scanner&quot; for a choice to take effect. With &quot;Sleep now&quot; the scanner goes to standby after one minute.</translation>
     </message>
     <message>
         <source>待机调整</source>
@@ -1184,7 +1189,7 @@
     </message>
     <message>
         <source>把“扫描计数”计数器重置为 0</source>
-        <translation>Reset the counter “Scans” to 0</translation>
+        <translation>Reset the counter &quot;Scans&quot; to 0</translation>
     </message>
     <message>
         <source>进纸滚轮</source>
@@ -1216,7 +1221,7 @@
     </message>
     <message>
         <source>更换部件后，把“进纸滚轮”计数器重置为 0</source>
-        <translation>Reset the counter “Feed roller” to 0 after replacing the part</translation>
+        <translation>Reset the counter &quot;Feed roller&quot; to 0 after replacing the part</translation>
     </message>
     <message>
         <source>进纸滚轮寿命</source>
@@ -1240,7 +1245,7 @@
     </message>
     <message>
         <source>更换部件后，把“软垫模组”计数器重置为 0</source>
-        <translation>Reset the counter “Pad module” to 0 after replacing the part</translation>
+        <translation>Reset the counter &quot;Pad module&quot; to 0 after replacing the part</translation>
     </message>
     <message>
         <source>软垫模组寿命</source>
@@ -1296,7 +1301,7 @@
     </message>
     <message>
         <source>正在与扫描仪通信…</source>
-        <translation>Talking to the scanner…</translation>
+        <translation>Talking to the scanner...</translation>
     </message>
     <message>
         <source>正在扫描，扫描结束后可以使用</source>
@@ -1523,15 +1528,15 @@ Click [OK] to reset the counter, or [Cancel] to leave</translation>
     <name>OfdPackage</name>
     <message>
         <source>无法写入“%1”：%2</source>
-        <translation>Cannot write “%1”: %2</translation>
+        <translation>Cannot write &quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>“%1”不是本程序的临时文件，为避免覆盖，未生成OFD文件；请移走它或更换保存文件夹</source>
-        <translation>“%1” is no temporary file of this program. So as not to overwrite it, no OFD file was made; move it away or choose another save folder</translation>
+        <translation>&quot;%1&quot; is no temporary file of this program. So as not to overwrite it, no OFD file was made; move it away or choose another save folder</translation>
     </message>
     <message>
         <source>无法删除遗留的临时文件“%1”</source>
-        <translation>Cannot delete the leftover temporary file “%1”</translation>
+        <translation>Cannot delete the leftover temporary file &quot;%1&quot;</translation>
     </message>
     <message>
         <source>无法创建文件夹</source>
@@ -1916,7 +1921,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>无法显示页面“%1”：%2。</source>
-        <translation>Cannot show the page “%1”: %2.</translation>
+        <translation>Cannot show the page &quot;%1&quot;: %2.</translation>
     </message>
     <message>
         <source>第 %1 页，共 %2 页</source>
@@ -2020,15 +2025,15 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>无法创建保存文件夹“%1”：%2</source>
-        <translation>Cannot make the save folder “%1”: %2</translation>
+        <translation>Cannot make the save folder &quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>保存文件夹“%1”无法写入：%2</source>
-        <translation>Cannot write to the save folder “%1”: %2</translation>
+        <translation>Cannot write to the save folder &quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>保存文件夹“%1”不是完整路径</source>
-        <translation>The save folder “%1” is no full path</translation>
+        <translation>The save folder &quot;%1&quot; is no full path</translation>
     </message>
 </context>
 <context>
@@ -2075,18 +2080,18 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>扫描的范围；“自定义”按 A4 扫描，再裁切到设定的大小</source>
-        <translation>The area that is scanned; “Custom” scans A4 and cuts it to the size set</translation>
+        <translation>The area that is scanned; &quot;Custom&quot; scans A4 and cuts it to the size set</translation>
     </message>
 </context>
 <context>
     <name>SearchableOfd</name>
     <message>
         <source>无法运行OFD打包程序“%1”</source>
-        <translation>Cannot run the OFD packer “%1”</translation>
+        <translation>Cannot run the OFD packer &quot;%1&quot;</translation>
     </message>
     <message>
         <source>无法生成“%1”：%2</source>
-        <translation>Cannot make “%1”: %2</translation>
+        <translation>Cannot make &quot;%1&quot;: %2</translation>
     </message>
     <message>
         <source>磁盘空间不足</source>
@@ -2101,7 +2106,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     <name>SearchablePdf</name>
     <message>
         <source>临时文件夹“%1”无法写入</source>
-        <translation>Cannot write to the temporary folder “%1”</translation>
+        <translation>Cannot write to the temporary folder &quot;%1&quot;</translation>
     </message>
 </context>
 <context>
@@ -2151,11 +2156,11 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     <name>TemplateMark</name>
     <message>
         <source>当前设置与模板“%1”不同。点“载入”恢复，点“保存”另存。</source>
-        <translation>The settings differ from the template “%1”. “Load” restores it, “Save” makes another.</translation>
+        <translation>The settings differ from the template &quot;%1&quot;. &quot;Load&quot; restores it, &quot;Save&quot; makes another.</translation>
     </message>
     <message>
         <source>选择模板后点“载入”，用它的设置替换当前设置</source>
-        <translation>Choose a template and click “Load” to replace the settings by its own</translation>
+        <translation>Choose a template and click &quot;Load&quot; to replace the settings by its own</translation>
     </message>
 </context>
 <context>
@@ -2178,7 +2183,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>名称含有“_”：下次启动后列表中只显示“_”之前的部分，无法再载入。</source>
-        <translation>The name contains “_”: after the next start the list shows only what stands before it, and the template cannot be loaded.</translation>
+        <translation>The name contains &quot;_&quot;: after the next start the list shows only what stands before it, and the template cannot be loaded.</translation>
     </message>
     <message>
         <source>模板名称不能包含空格或特殊字符</source>
@@ -2186,7 +2191,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>模板“%1”已存在，要覆盖吗？</source>
-        <translation>The template “%1” exists. Overwrite it?</translation>
+        <translation>The template &quot;%1&quot; exists. Overwrite it?</translation>
     </message>
 </context>
 <context>
@@ -2452,7 +2457,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>每英寸点数，50 至 1200；分辨率选“自定义”时可以输入</source>
-        <translation>Dots per inch, 50 to 1200; can be typed when the resolution is “Custom”</translation>
+        <translation>Dots per inch, 50 to 1200; can be typed when the resolution is &quot;Custom&quot;</translation>
     </message>
     <message>
         <source>自定义分辨率：50 至 1200 dpi</source>
@@ -2572,7 +2577,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>仅用于黑白；自定义的数值在“更多”的“杂点与阈值”中</source>
-        <translation>Only for black/white; a custom value is set under “More”, “Specks and Threshold”</translation>
+        <translation>Only for black/white; a custom value is set under &quot;More&quot;, &quot;Specks and Threshold&quot;</translation>
     </message>
     <message>
         <source>自动</source>
@@ -3052,7 +3057,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>正在取消…</source>
-        <translation>Canceling…</translation>
+        <translation>Canceling...</translation>
     </message>
     <message>
         <source>设置无法保存，请检查 %1 的写入权限</source>
@@ -3080,15 +3085,15 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>已保存模板“%1”</source>
-        <translation>Template “%1” saved</translation>
+        <translation>Template &quot;%1&quot; saved</translation>
     </message>
     <message>
         <source>模板“%1”的文件不存在（名称含“_”的模板在列表中只显示“_”之前的部分）。</source>
-        <translation>The files of the template “%1” do not exist (of a name with “_” the list shows only what stands before it).</translation>
+        <translation>The files of the template &quot;%1&quot; do not exist (of a name with &quot;_&quot; the list shows only what stands before it).</translation>
     </message>
     <message>
         <source>模板“%1”的文件已损坏。</source>
-        <translation>The files of the template “%1” are damaged.</translation>
+        <translation>The files of the template &quot;%1&quot; are damaged.</translation>
     </message>
     <message>
         <source>仍要载入吗？载入后所有设置将恢复为空或默认的值。</source>
@@ -3096,11 +3101,11 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>已载入模板“%1”</source>
-        <translation>Template “%1” loaded</translation>
+        <translation>Template &quot;%1&quot; loaded</translation>
     </message>
     <message>
         <source>模板“%1”无法载入，请检查磁盘空间和 %2 的写入权限</source>
-        <translation>The template “%1” cannot be loaded; check the disk space and the right to write in %2</translation>
+        <translation>The template &quot;%1&quot; cannot be loaded; check the disk space and the right to write in %2</translation>
     </message>
     <message>
         <source>请勿删除默认模板</source>
@@ -3108,23 +3113,23 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>模板“%1”无法删除，请检查 %2 的写入权限</source>
-        <translation>The template “%1” cannot be deleted; check the right to write in %2</translation>
+        <translation>The template &quot;%1&quot; cannot be deleted; check the right to write in %2</translation>
     </message>
     <message>
         <source>已删除模板“%1”，当前设置保持不变</source>
-        <translation>Template “%1” deleted; the settings stay as they are</translation>
+        <translation>Template &quot;%1&quot; deleted; the settings stay as they are</translation>
     </message>
     <message>
         <source>“%1”来自名称含“_”的模板，无法在列表中删除</source>
-        <translation>“%1” comes from a template with “_” in its name and cannot be deleted in the list</translation>
+        <translation>&quot;%1&quot; comes from a template with &quot;_&quot; in its name and cannot be deleted in the list</translation>
     </message>
     <message>
         <source>已删除模板“%1”，载入“%2”</source>
-        <translation>Template “%1” deleted, “%2” loaded</translation>
+        <translation>Template &quot;%1&quot; deleted, &quot;%2&quot; loaded</translation>
     </message>
     <message>
         <source>模板“%1”无法导出：%2</source>
-        <translation>The template “%1” cannot be exported: %2</translation>
+        <translation>The template &quot;%1&quot; cannot be exported: %2</translation>
     </message>
     <message>
         <source>导出模板</source>
@@ -3136,7 +3141,7 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     </message>
     <message>
         <source>模板“%1”已导出到 %2</source>
-        <translation>Template “%1” exported to %2</translation>
+        <translation>Template &quot;%1&quot; exported to %2</translation>
     </message>
     <message>
         <source>无法写入 %1，请检查磁盘空间和写入权限</source>
@@ -3162,11 +3167,11 @@ Import it?</translation>
     </message>
     <message>
         <source>已导入模板“%1”，点“载入”使用它的设置</source>
-        <translation>Template “%1” imported; click “Load” to use its settings</translation>
+        <translation>Template &quot;%1&quot; imported; click &quot;Load&quot; to use its settings</translation>
     </message>
     <message>
         <source>默认模板“%1”将恢复为出厂设置并载入，当前未保存到其他模板的设置会丢失。继续吗？</source>
-        <translation>The default template “%1” goes back to factory settings and is loaded; settings that are in no other template are lost. Continue?</translation>
+        <translation>The default template &quot;%1&quot; goes back to factory settings and is loaded; settings that are in no other template are lost. Continue?</translation>
     </message>
     <message>
         <source>扫描任务正在进行，请等任务结束后再使用模板</source>
@@ -3352,7 +3357,7 @@ Import it?</translation>
     </message>
     <message>
         <source>列表中已有名为“%1”的应用程序。</source>
-        <translation>There is already an application named “%1” in the list.</translation>
+        <translation>There is already an application named &quot;%1&quot; in the list.</translation>
     </message>
     <message>
         <source>名称中不能有控制字符。</source>
@@ -3379,7 +3384,7 @@ Import it?</translation>
     </message>
     <message>
         <source>找不到程序“%1”，或者它不能运行。</source>
-        <translation>The program “%1” was not found or cannot be run.</translation>
+        <translation>The program &quot;%1&quot; was not found or cannot be run.</translation>
     </message>
 </context>
 <context>
@@ -3416,10 +3421,6 @@ Import it?</translation>
         <translation>&amp;Number of copies:</translation>
     </message>
     <message>
-        <source>份数</source>
-        <translation>Number of copies</translation>
-    </message>
-    <message>
         <source>每一页打印多少份</source>
         <translation>How many copies of each page to print</translation>
     </message>
@@ -3432,40 +3433,12 @@ Import it?</translation>
         <translation>&amp;Paper:</translation>
     </message>
     <message>
-        <source>打印纸张</source>
-        <translation>Paper to print on</translation>
-    </message>
-    <message>
         <source>打印机中的纸张</source>
         <translation>The paper in the printer</translation>
     </message>
     <message>
-        <source>A4</source>
-        <translation>A4</translation>
-    </message>
-    <message>
-        <source>A5</source>
-        <translation>A5</translation>
-    </message>
-    <message>
-        <source>B5</source>
-        <translation>B5</translation>
-    </message>
-    <message>
-        <source>Letter</source>
-        <translation>Letter</translation>
-    </message>
-    <message>
-        <source>Legal</source>
-        <translation>Legal</translation>
-    </message>
-    <message>
         <source>颜色(&amp;L):</source>
         <translation>Co&amp;lor:</translation>
-    </message>
-    <message>
-        <source>打印颜色</source>
-        <translation>Color of printing</translation>
     </message>
     <message>
         <source>打印时使用的颜色</source>
@@ -3476,20 +3449,8 @@ Import it?</translation>
         <translation>Color</translation>
     </message>
     <message>
-        <source>灰度</source>
-        <translation>Grayscale</translation>
-    </message>
-    <message>
         <source>黑白</source>
         <translation>Black/White</translation>
-    </message>
-    <message>
-        <source>双面(&amp;D):</source>
-        <translation>&amp;Duplex:</translation>
-    </message>
-    <message>
-        <source>双面打印</source>
-        <translation>Duplex printing</translation>
     </message>
     <message>
         <source>纸的一面还是两面都打印</source>
@@ -3512,20 +3473,12 @@ Import it?</translation>
         <translation>&amp;Fit to paper size</translation>
     </message>
     <message>
-        <source>缩放到纸张大小</source>
-        <translation>Fit to paper size</translation>
-    </message>
-    <message>
         <source>图像放大或缩小到正好占满纸张</source>
         <translation>Images are scaled to fill the paper</translation>
     </message>
     <message>
         <source>缩放比例(&amp;Z):</source>
         <translation>Scaling (&amp;Z):</translation>
-    </message>
-    <message>
-        <source>缩放比例</source>
-        <translation>Scaling</translation>
     </message>
     <message>
         <source>不缩放到纸张大小时使用的比例</source>
@@ -3540,12 +3493,16 @@ Import it?</translation>
         <translation>Colla&amp;te</translation>
     </message>
     <message>
-        <source>逐份打印</source>
-        <translation>Collate</translation>
-    </message>
-    <message>
         <source>打印多份时，一份打印完再打印下一份</source>
         <translation>With several copies, finish one before printing the next</translation>
+    </message>
+    <message>
+        <source>灰阶</source>
+        <translation>Gray</translation>
+    </message>
+    <message>
+        <source>双面(&amp;S):</source>
+        <translation>&amp;Sides:</translation>
     </message>
 </context>
 <context>
@@ -3568,7 +3525,7 @@ Import it?</translation>
     </message>
     <message>
         <source>前缀中不能有“/”。</source>
-        <translation>The prefix must not contain “/”.</translation>
+        <translation>The prefix must not contain &quot;/&quot;.</translation>
     </message>
     <message>
         <source>前缀中不能有控制字符。</source>
@@ -3576,7 +3533,7 @@ Import it?</translation>
     </message>
     <message>
         <source>前缀不能以“.”开头，否则文件会被隐藏。</source>
-        <translation>The prefix must not begin with “.”, which would hide the file.</translation>
+        <translation>The prefix must not begin with &quot;.&quot;, which would hide the file.</translation>
     </message>
     <message>
         <source>前缀太长。</source>
@@ -3706,7 +3663,7 @@ Import it?</translation>
     </message>
     <message>
         <source>文件名开头的文字，不能含有“/”</source>
-        <translation>The beginning of the file name; no “/”</translation>
+        <translation>The beginning of the file name; no &quot;/&quot;</translation>
     </message>
     <message>
         <source>起始:</source>
@@ -3734,7 +3691,7 @@ Import it?</translation>
     </message>
     <message>
         <source>关闭时，同名文件保留，新文件名后加 -1、-2……</source>
-        <translation>When off, a file that exists is kept and the new one&apos;s name gets -1, -2, …</translation>
+        <translation>When off, a file that exists is kept and the new one&apos;s name gets -1, -2, ...</translation>
     </message>
     <message>
         <source>跳出提示对话框以确认文件的前缀名</source>
@@ -3777,10 +3734,6 @@ Import it?</translation>
         <translation>Enter a new program into the list</translation>
     </message>
     <message>
-        <source>删除(&amp;D)</source>
-        <translation>&amp;Delete</translation>
-    </message>
-    <message>
         <source>从列表中删除所选的程序</source>
         <translation>Remove the chosen program from the list</translation>
     </message>
@@ -3795,6 +3748,10 @@ Import it?</translation>
     <message>
         <source>这一项不能删除。</source>
         <translation>This entry cannot be deleted.</translation>
+    </message>
+    <message>
+        <source>删除(&amp;X)</source>
+        <translation>Delete (&amp;X)</translation>
     </message>
 </context>
 <context>
@@ -3831,7 +3788,7 @@ Import it?</translation>
     </message>
     <message>
         <source>勾选“影像补边”后，页面四周涂成一种颜色，用来盖住扫描时留下的黑边和阴影。</source>
-        <translation>With “Border fill” the page is painted in one color along its edges, to cover black borders and shadows of the scan.</translation>
+        <translation>With &quot;Border fill&quot; the page is painted in one color along its edges, to cover black borders and shadows of the scan.</translation>
     </message>
     <message>
         <source>涂在页面以内(&amp;I)</source>
@@ -3914,7 +3871,7 @@ Import it?</translation>
     </message>
     <message>
         <source>每页裁成几幅为“整体设定”中的拆分数</source>
-        <translation>The number of images is the split count in “General Settings”</translation>
+        <translation>The number of images is the split count in &quot;General Settings&quot;</translation>
     </message>
     <message>
         <source>文档类型</source>
@@ -3992,7 +3949,7 @@ Import it?</translation>
     </message>
     <message>
         <source>每个文件的页数为“整体设定”中的拆分数</source>
-        <translation>The number of pages is the split count in “General Settings”</translation>
+        <translation>The number of pages is the split count in &quot;General Settings&quot;</translation>
     </message>
     <message>
         <source>可搜索PDF</source>
@@ -4149,7 +4106,7 @@ Import it?</translation>
     </message>
     <message>
         <source>文件“%1”已加密。</source>
-        <translation>The file “%1” is encrypted.</translation>
+        <translation>The file &quot;%1&quot; is encrypted.</translation>
     </message>
     <message>
         <source>密码(&amp;P)：</source>
@@ -4191,7 +4148,7 @@ Import it?</translation>
     <name>reader::ReaderActions</name>
     <message>
         <source>打开(&amp;O)…</source>
-        <translation>&amp;Open…</translation>
+        <translation>&amp;Open...</translation>
     </message>
     <message>
         <source>重新载入(&amp;R)</source>
@@ -4199,7 +4156,7 @@ Import it?</translation>
     </message>
     <message>
         <source>打印(&amp;P)…</source>
-        <translation>&amp;Print…</translation>
+        <translation>&amp;Print...</translation>
     </message>
     <message>
         <source>关闭(&amp;C)</source>
@@ -4215,7 +4172,7 @@ Import it?</translation>
     </message>
     <message>
         <source>查找(&amp;F)…</source>
-        <translation>&amp;Find…</translation>
+        <translation>&amp;Find...</translation>
     </message>
     <message>
         <source>下一处(&amp;N)</source>
@@ -4271,7 +4228,7 @@ Import it?</translation>
     </message>
     <message>
         <source>转到页(&amp;T)…</source>
-        <translation>Go &amp;to Page…</translation>
+        <translation>Go &amp;to Page...</translation>
     </message>
     <message>
         <source>文件(&amp;F)</source>
@@ -4342,7 +4299,7 @@ Import it?</translation>
     </message>
     <message>
         <source>正在打开…</source>
-        <translation>Opening…</translation>
+        <translation>Opening...</translation>
     </message>
     <message>
         <source>%1 - PDF 阅读器</source>
@@ -4366,7 +4323,7 @@ Import it?</translation>
     </message>
     <message>
         <source>无法打开文件“%1”</source>
-        <translation>Cannot open the file “%1”</translation>
+        <translation>Cannot open the file &quot;%1&quot;</translation>
     </message>
     <message>
         <source>文件已被更改。</source>
@@ -4386,7 +4343,7 @@ Import it?</translation>
     </message>
     <message>
         <source>正在打印…</source>
-        <translation>Printing…</translation>
+        <translation>Printing...</translation>
     </message>
     <message>
         <source>取消</source>
@@ -4505,10 +4462,6 @@ Import it?</translation>
         <translation>Choose Save Folder</translation>
     </message>
     <message>
-        <source>默认(&amp;D)</source>
-        <translation>&amp;Default</translation>
-    </message>
-    <message>
         <source>使用默认的保存文件夹</source>
         <translation>Use the default save folder</translation>
     </message>
@@ -4522,7 +4475,7 @@ Import it?</translation>
     </message>
     <message>
         <source>文件名由哪些部分组成；固定名称即“image”，重名时加 -1、-2……</source>
-        <translation>What file names are made of; the fixed name is “image”, with -1, -2, … when it exists</translation>
+        <translation>What file names are made of; the fixed name is &quot;image&quot;, with -1, -2, ... when it exists</translation>
     </message>
     <message>
         <source>固定名称</source>
@@ -4546,7 +4499,7 @@ Import it?</translation>
     </message>
     <message>
         <source>文件名开头的文字，不能含有“/”</source>
-        <translation>The beginning of the file name; no “/”</translation>
+        <translation>The beginning of the file name; no &quot;/&quot;</translation>
     </message>
     <message>
         <source>起始(&amp;S):</source>
@@ -4574,7 +4527,7 @@ Import it?</translation>
     </message>
     <message>
         <source>关闭时，同名文件保留，新文件名后加 -1、-2……</source>
-        <translation>When off, a file that exists is kept and the new one&apos;s name gets -1, -2, …</translation>
+        <translation>When off, a file that exists is kept and the new one&apos;s name gets -1, -2, ...</translation>
     </message>
     <message>
         <source>下一个文件名:</source>
@@ -4594,7 +4547,7 @@ Import it?</translation>
     </message>
     <message>
         <source>⚠ 请输入以“/”开头的完整路径。</source>
-        <translation>⚠ Enter a full path that begins with “/”.</translation>
+        <translation>⚠ Enter a full path that begins with &quot;/&quot;.</translation>
     </message>
     <message>
         <source>此文件夹尚不存在，确定后将会新建。</source>
@@ -4618,7 +4571,11 @@ Import it?</translation>
     </message>
     <message>
         <source>%1。再次点“确定”仍使用它。</source>
-        <translation>%1. Click “OK” again to use it all the same.</translation>
+        <translation>%1. Click &quot;OK&quot; again to use it all the same.</translation>
+    </message>
+    <message>
+        <source>默认(&amp;E)</source>
+        <translation>D&amp;efault</translation>
     </message>
 </context>
 <context>
@@ -4637,7 +4594,7 @@ Import it?</translation>
     </message>
     <message>
         <source>内存清除中……</source>
-        <translation>Clearing the memory…</translation>
+        <translation>Clearing the memory...</translation>
     </message>
     <message>
         <source>指纹库为空，请录入指纹，此次扫描取消！</source>
@@ -4653,7 +4610,7 @@ Import it?</translation>
 如果取消扫描，请按机器上“清除”键取消扫描！</source>
         <translation>The feeder (ADF) is empty. Put the documents into it!
 
-To cancel the scan, press the “Clear” key on the scanner!</translation>
+To cancel the scan, press the &quot;Clear&quot; key on the scanner!</translation>
     </message>
     <message>
         <source>进纸失败或纸张超长！
@@ -4720,7 +4677,7 @@ Check the paper and try again</translation>
     </message>
     <message>
         <source>正在取消扫描，请稍候……</source>
-        <translation>Canceling the scan, please wait…</translation>
+        <translation>Canceling the scan, please wait...</translation>
     </message>
 </context>
 <context>
@@ -4747,7 +4704,7 @@ Check the paper and try again</translation>
     </message>
     <message>
         <source>勾选“删除背景”后，纸张底色变白；数值越大去得越干净，0 表示不处理。</source>
-        <translation>With “Remove background” paper becomes white; higher is cleaner, 0 does nothing.</translation>
+        <translation>With &quot;Remove background&quot; paper becomes white; higher is cleaner, 0 does nothing.</translation>
     </message>
     <message>
         <source>字符增强强度(&amp;E):</source>
@@ -4755,7 +4712,7 @@ Check the paper and try again</translation>
     </message>
     <message>
         <source>勾选“字符增强”后，笔画更黑更清楚；数值越大越明显，0 表示不处理。</source>
-        <translation>With “Enhance text” strokes become blacker and clearer; higher is stronger, 0 does nothing.</translation>
+        <translation>With &quot;Enhance text&quot; strokes become blacker and clearer; higher is stronger, 0 does nothing.</translation>
     </message>
     <message>
         <source>空白页灵敏度(&amp;K):</source>
@@ -4763,7 +4720,7 @@ Check the paper and try again</translation>
     </message>
     <message>
         <source>勾选“删除空白页”后，数值越大，内容很少的页面越容易当作空白页删除。</source>
-        <translation>With “Delete blank pages”, the higher this is, the sooner a page with little on it counts as blank and is deleted.</translation>
+        <translation>With &quot;Delete blank pages&quot;, the higher this is, the sooner a page with little on it counts as blank and is deleted.</translation>
     </message>
     <message>
         <source>拆分与双面</source>
@@ -4796,14 +4753,6 @@ Check the paper and try again</translation>
     <message>
         <source>另存的图像</source>
         <translation>Additional Images</translation>
-    </message>
-    <message>
-        <source>勾选“输出多张图像”后，彩色扫描另存灰度和黑白各一份，灰度扫描另存黑白一份。</source>
-        <translation>With “Multiple images” a color scan also gives a gray and a black-and-white copy, a gray scan a black-and-white one.</translation>
-    </message>
-    <message>
-        <source>灰度图像分辨率(&amp;H):</source>
-        <translation>Gray resolution (&amp;H):</translation>
     </message>
     <message>
         <source>100 dpi</source>
@@ -4888,6 +4837,14 @@ Check the paper and try again</translation>
     <message>
         <source>无法写入 %1，请检查磁盘空间和权限。</source>
         <translation>Cannot write %1; check disk space and rights.</translation>
+    </message>
+    <message>
+        <source>勾选“输出多张图像”后，彩色扫描另存灰阶和黑白各一份，灰阶扫描另存黑白一份。</source>
+        <translation>With &quot;Multiple images&quot; a color scan also gives a gray and a black-and-white copy, a gray scan a black-and-white one.</translation>
+    </message>
+    <message>
+        <source>灰阶图像分辨率(&amp;H):</source>
+        <translation>Gray resolution (&amp;H):</translation>
     </message>
 </context>
 </TS>

@@ -182,9 +182,9 @@ private slots:
         open(panel);
         inModal<copyfaxproperty>([](copyfaxproperty& dialog) {
             checkReachable(dialog);
-            control<QSpinBox>(dialog, "copiesSpinBox")->setValue(7);
-            control<QCheckBox>(dialog, "fitCheckBox")->setChecked(false);
-            control<QSpinBox>(dialog, "zoomSpinBox")->setValue(70);
+            control<QSpinBox>(dialog, "copies")->setValue(7);
+            control<QCheckBox>(dialog, "fitPaper")->setChecked(false);
+            control<QSpinBox>(dialog, "zoom")->setValue(70);
             press(dialog, QDialogButtonBox::Ok);
         });
         click(panel, "propertyPushButton");
@@ -192,8 +192,8 @@ private slots:
         QCOMPARE(openMainSettings()->value("Scan_Copy_Print/zoom").toInt(), 70);
         openMainSettings()->setValue("Scan_Copy_Print/copies", "many");
         copyfaxproperty dialog("Scan_Copy_Print");
-        QCOMPARE(control<QSpinBox>(dialog, "copiesSpinBox")->value(), 1);
-        QVERIFY(control<QSpinBox>(dialog, "zoomSpinBox")->isEnabled());
+        QCOMPARE(control<QSpinBox>(dialog, "copies")->value(), 1);
+        QVERIFY(control<QSpinBox>(dialog, "zoom")->isEnabled());
     }
 };
 
