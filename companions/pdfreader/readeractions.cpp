@@ -105,7 +105,7 @@ void ReaderActions::addToolBar()
     bar->addSeparator();
     bar->addAction(find);
     for (QAction* action : bar->actions()) // a tool bar's word has no key of its own
-        action->setIconText(action->text().remove(QRegularExpression("\\(&.\\)|&|…")));
+        action->setIconText(action->text().remove(QRegularExpression("\\(&.\\)|&|…|\\.\\.\\.")));
 
     connect(m_page, QOverload<int>::of(&QSpinBox::valueChanged), this,
             [this](int page) { emit pageEntered(page - 1); });

@@ -77,6 +77,17 @@ void BeforeAfter::show(EffectPreview::Work work, const QString& caption)
     m_preview.request(std::move(work));
 }
 
+// A window is no higher than the first texts in it needed; these may take more lines.
+void BeforeAfter::makeRoom()
+{
+    QLayout* all = window()->layout();
+    if (!all || !isVisible())
+        return;
+    all->activate();
+    if (const int wanted = all->totalHeightForWidth(window()->width()); wanted > window()->height())
+        window()->resize(window()->width(), wanted);
+}
+
 void BeforeAfter::take(const QImage& before, const EffectPreview::Result& after, bool drawn)
 {
     m_before->setPicture(before);
@@ -84,6 +95,7 @@ void BeforeAfter::take(const QImage& before, const EffectPreview::Result& after,
     QString note = drawn ? tr("还没有扫描过页面，以示例页面代替。") : tr("最近扫描的页面的一部分。");
     if (after.picture.isNull())
         note = tr("无法生成预览，请检查磁盘空间。");
-    m_note->setText(after.text.isEmpty() ? note : note + after.text);
+    m_note->setText(after.text.isEmpty() ? note : tr("%1%2", "two sentences").arg(note, after.text));
+    makeRoom();
     emit shown();
 }

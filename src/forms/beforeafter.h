@@ -46,6 +46,7 @@ signals:
     void shown();
 
 private:
+    void makeRoom();
     void take(const QImage& before, const EffectPreview::Result& after, bool drawn);
 
     EffectPreview m_preview;

@@ -80,8 +80,10 @@ Values readGroup(const QByteArray& content)
 QString localised(const Values& values, const QString& key)
 {
     const QString wanted = QLocale().name(); // "zh_CN"
-    for (const QString& locale :
-         {wanted, wanted.section(QLatin1Char('_'), 0, 0), QStringLiteral("zh_CN"), QStringLiteral("zh")}) {
+    QStringList locales{wanted, wanted.section(QLatin1Char('_'), 0, 0)};
+    if (QLocale().language() == QLocale::Chinese || QLocale().language() == QLocale::C)
+        locales << QStringLiteral("zh_CN") << QStringLiteral("zh");
+    for (const QString& locale : qAsConst(locales)) {
         const QString value = values.value(key + QLatin1Char('[') + locale + QLatin1Char(']'));
         if (!value.isEmpty())
             return value;

@@ -49,6 +49,35 @@ void checkLabels(const QWidget& window)
     }
 }
 
+// Texts have the room that they need.
+bool hasRoom(const QWidget& widget)
+{
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+        if (label->wordWrap())
+            return label->height() >= label->heightForWidth(label->width());
+        const bool elided = label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
+        return (elided || label->width() >= label->sizeHint().width()) &&
+               label->height() >= label->minimumSizeHint().height();
+    }
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    if (!button || button->text().isEmpty())
+        return true;
+    const int text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
+    return button->width() >= text + (button->isCheckable() ? 16 : 4); // the mark, the frame
+}
+
+void checkRoom(const QWidget& window)
+{
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &window)
+            continue;
+        QVERIFY2(hasRoom(*widget), qPrintable(QString("%1: %2 has %3 x %4")
+                                                  .arg(window.metaObject()->className(), widget->objectName())
+                                                  .arg(widget->width())
+                                                  .arg(widget->height())));
+    }
+}
+
 // With QWD200_PICTURES=DIR every window leaves a picture there, one for each of its tabs, for someone to look
 // at; QT_SCALE_FACTOR=2 and QWD200_DARK=1 show them on other desktops.
 void keepPicture(QWidget& window, const QString& name)
@@ -103,6 +132,7 @@ private:
                 tabs->setCurrentIndex(page);
             checkReachable(window);
             checkLabels(window);
+            checkRoom(window);
             if (language::isEnglish())
                 checkEnglish(window);
             keepPicture(window, tabs ? name + QString("-%1").arg(page) : name);
