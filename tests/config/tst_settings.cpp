@@ -42,6 +42,14 @@ private slots:
         QVERIFY(!settings->contains("Scan_Scan/name"));
     }
 
+    void everyKeyStandsInTheDocumentation()
+    {
+        const QByteArray text = fileContent(QFINDTESTDATA("../../docs/settings.md"));
+        for (const SettingTable& group : settingTables())
+            for (const Setting& setting : group.settings)
+                QVERIFY2(text.contains('`' + QByteArray(setting.key) + '`'), setting.key);
+    }
+
     void firstStart()
     {
         QVERIFY(ensureFactorySettings());
