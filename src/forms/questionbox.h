@@ -4,7 +4,7 @@
 class QString;
 class QWidget;
 
-// Boxes titled "提示" with Chinese buttons whatever translation is loaded.
+// Boxes titled "提示" whose buttons have our own texts, whatever the toolkit translates.
 namespace questionbox {
 
 // Yes or no; the Enter and Escape keys mean no.
