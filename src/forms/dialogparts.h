@@ -15,12 +15,12 @@ namespace dialogparts {
 // clicked, other controls take the focus.
 void addAccessKey(QWidget* control, const QKeySequence& key);
 
-// Chinese texts for OK, Cancel, Apply and RestoreDefaults, whatever translation is loaded.
+// Our own texts for OK, Cancel, Apply and RestoreDefaults, whatever the toolkit translates.
 void useChineseButtons(QDialogButtonBox* box);
 
 bool hasControlCharacters(const QString& text);
 
-// What is wrong with `prefix` as the beginning of a file name, in Chinese; empty when nothing is.
+// What is wrong with `prefix` as the beginning of a file name, for the user; empty when nothing is.
 QString prefixProblem(const QString& prefix);
 
 // The message for settings that could not be written.
