@@ -13,7 +13,7 @@ install(FILES ${translations}/qtbase_zh_CN.qm DESTINATION . RENAME qt_zh_CN.qm)
 install(FILES packaging/icons/zarn.png DESTINATION .)
 
 # The files that the program looks for in the install root itself.
-set(ROOT_FILES zip-ofd pdfReader qt_zh_CN.qm zarn.png)
+set(ROOT_FILES zip-ofd pdfReader help_qwd200.pdf qt_zh_CN.qm zarn.png)
 set(MANUAL_PAGES qwd200.1 imageconvert.1 ocrdoc.1 zip-ofd.1 pdfReader.1)
 
 if(QWD200_PACKAGE)

@@ -196,6 +196,7 @@ void Widget::hideOrMinimise()
 
 void Widget::notice(const QString& text)
 {
+    qInfo().noquote() << "notice:" << text;
     showStatus(text);
     showBalloon({tr("提示"), text, QSystemTrayIcon::Information, kHintBalloonMs, {}});
 }

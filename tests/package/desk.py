@@ -82,6 +82,8 @@ def main():
                 print(f"ok      {user}: {globals()[step](session)}")
         except (SessionError, TimedOut) as error:
             print(f"FAILED  {user}: {step}: {error}")
+            if session.display:
+                picture(session, "failed")
             if os.path.exists(session.log_path):
                 with open(session.log_path, encoding="utf-8", errors="replace") as log:
                     print("".join(log.readlines()[-30:]))
