@@ -20,6 +20,7 @@ constexpr int kBridged = 3;   // gaps in a rule
 constexpr int kThresholdBlock = 41, kThresholdOffset = 20;
 // The paper's colour at a place is the median of a smaller copy around it: of 120 pixels across.
 constexpr int kPaperGrain = 4, kPaperReach = 15;
+constexpr int kStroke = 5; // of that copy's pixels: 3.4 mm
 // What differs from the paper by less than this is paper: five deviations of the noise, within limits.
 constexpr double kNoiseFactor = 5, kLeastContrast = 8, kMostContrast = 30;
 // Ink of the layout's picture is widened by this much at each side: short rows (page numbers, the last word
@@ -59,12 +60,27 @@ cv::Mat extended(const cv::Mat& paper, const cv::Rect& part, const cv::Size& fra
     return out;
 }
 
+// Without strokes: of the picture with its dark strokes filled and with its light ones, at each place that
+// which is nearer to the usual level there. A median alone sinks where small type stands close.
+cv::Mat withoutStrokes(const cv::Mat& small)
+{
+    const cv::Mat stroke = cv::Mat::ones(kStroke, kStroke, CV_8U);
+    cv::Mat light, dark, usual, toLight, toDark;
+    cv::morphologyEx(small, light, cv::MORPH_CLOSE, stroke);
+    cv::morphologyEx(small, dark, cv::MORPH_OPEN, stroke);
+    cv::medianBlur(small, usual, kPaperReach);
+    cv::absdiff(light, usual, toLight);
+    cv::absdiff(dark, usual, toDark);
+    dark.copyTo(light, toDark < toLight);
+    return light;
+}
+
 cv::Mat paperOf(const cv::Mat& half)
 {
     cv::Mat paper;
     const cv::Size small(std::max(1, half.cols / kPaperGrain), std::max(1, half.rows / kPaperGrain));
     cv::resize(half, paper, small, 0, 0, cv::INTER_AREA);
-    cv::medianBlur(paper, paper, kPaperReach);
+    cv::medianBlur(withoutStrokes(paper), paper, kPaperReach);
     cv::resize(paper, paper, half.size(), 0, 0, cv::INTER_LINEAR);
     return paper;
 }

@@ -17,7 +17,7 @@ constexpr int kAbove = 3;           // and above and below
 constexpr int kPaper = 4;           // pixels of plain paper around the reduced strip, at least
 constexpr double kStripHeight = 24; // pixels: the engine errs least on lines of about this height,
 constexpr double kLeastScale = 0.5; // but a box may hold several lines
-constexpr double kNoisyAbove = 8;   // grey levels
+constexpr double kNoisyAbove = 16;  // grey levels
 constexpr double kUseless = 0.2;    // a box that would be reduced further is shown as it is
 
 PixOwner clip(Pix* page, const cv::Rect& part)

@@ -49,6 +49,7 @@ private slots:
     void noiseMakesNoBoxes();
     void aCroppedPageIsNoBox();
     void aStampJoinsNoRows();
+    void nothingStandsBesideShortLinesOfSmallType();
     void textAndPicturesOutliveTheRulesRemoval();
     void linesOfOneParagraphJoin_data();
     void linesOfOneParagraphJoin();
@@ -244,6 +245,23 @@ void TestOcrLayout::aStampJoinsNoRows()
     const cv::Mat crossed = readable.clean(cv::Rect(1180, 700, 40, 400));
     QVERIFY(cv::mean(crossed, crossed > 130)[0] > 215);
     QVERIFY(cv::countNonZero(crossed < 60) > 300);
+}
+
+// Blurred and without grain, where the paper between the lines is hardest to tell.
+void TestOcrLayout::nothingStandsBesideShortLinesOfSmallType()
+{
+    QImage page = drawntext::paper(kPageFrame.width, kPageFrame.height);
+    QPainter painter(&page);
+    painter.setFont(drawntext::font(36));
+    const QString text = drawntext::story().repeated(2);
+    for (int i = 0; i < 60; ++i)
+        painter.drawText(250, 400 + 50 * i, text.mid(3 * i, i % 4 == 3 ? 12 : 54));
+    painter.end();
+    cv::Mat grey;
+    cv::cvtColor(drawntext::toMat(page), grey, cv::COLOR_BGR2GRAY);
+    grey.convertTo(grey, CV_8U, 0.7, 60);
+    cv::GaussianBlur(grey, grey, cv::Size(), 1.5);
+    QCOMPARE(findTextBoxes(readablePage(grey).smooth).size(), 60);
 }
 
 void TestOcrLayout::textAndPicturesOutliveTheRulesRemoval()
