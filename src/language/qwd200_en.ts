@@ -1096,6 +1096,14 @@
         <source>列表在“保存设定”的文件名设置中编辑</source>
         <translation>The list is edited under &quot;Saving&quot;, in the file name settings</translation>
     </message>
+    <message>
+        <source>另存灰阶和黑白图像</source>
+        <translation>Also save gray and black-and-white images</translation>
+    </message>
+    <message>
+        <source>扫描的文件保存在这个文件夹；还不存在的文件夹会新建</source>
+        <translation>Scanned files are saved in this folder; one that does not exist yet is made</translation>
+    </message>
 </context>
 <context>
     <name>FunctionalApp</name>
@@ -3905,6 +3913,10 @@ Import it?</translation>
         <source>文档的文字</source>
         <translation>Text of the document</translation>
     </message>
+    <message>
+        <source>识别出的文字保存为纯文本，还是保存为版面与原件相近的 Word 文档</source>
+        <translation>Whether the recognized text is saved as plain text or as a Word document laid out like the original</translation>
+    </message>
 </context>
 <context>
     <name>pdfReader</name>
@@ -4845,6 +4857,14 @@ Check the paper and try again</translation>
     <message>
         <source>灰阶图像分辨率(&amp;H):</source>
         <translation>Gray resolution (&amp;H):</translation>
+    </message>
+    <message>
+        <source>另存的灰阶图像的分辨率</source>
+        <translation>Resolution of additional gray images</translation>
+    </message>
+    <message>
+        <source>另存的黑白图像的分辨率</source>
+        <translation>Resolution of additional black-and-white images</translation>
     </message>
 </context>
 </TS>
