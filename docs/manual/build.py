@@ -4,8 +4,8 @@
 
     build.py VERSION OUT.pdf
 
-A <dfn key="pinyin">term</dfn> in the text becomes an entry of the index, sorted by the key (without one, by the
-term). The first row of a table is repeated on each page. A picture that a chapter names must be there: nothing is
+A <dfn key="pinyin" as="entry">term</dfn> in the text becomes an entry of the index, sorted by the key, under the words
+of `as` (without them, the term itself); equal entries are one. The first row of a table is repeated on each page. A picture that a chapter names must be there: nothing is
 typeset with a gap. The same sources give the same bytes.
 """
 import html
@@ -19,7 +19,7 @@ import weasyprint
 os.environ.setdefault('SOURCE_DATE_EPOCH', '0')  # embedded fonts carry the time of their making
 HERE = Path(__file__).resolve().parent
 HEADING = re.compile(r'<(h[12])>(.*?)</\1>', re.S)
-TERM = re.compile(r'<dfn(?: key="([^"]*)")?>(.*?)</dfn>', re.S)
+TERM = re.compile(r'<dfn key="([^"]*)"(?: as="([^"]*)")?>(.*?)</dfn>', re.S)
 HEAD_ROW = re.compile(r'(<table[^>]*>)\s*(<tr><th.*?</tr>)', re.S)
 PICTURE = re.compile(r'<img[^>]*src="([^"]+)"')
 
@@ -38,22 +38,23 @@ def numbered_headings(text, contents):
 
 def marked_terms(text, terms):
     def mark(match):
-        key, term = match.groups()
+        key, entry, term = match.groups()
         place = f'i{sum(len(places) for places in terms.values())}'
-        terms.setdefault(((key or plain(term)).lower(), plain(term)), []).append(place)
+        terms.setdefault((key.lower(), plain(entry or term)), []).append(place)
         return f'<dfn id="{place}">{term}</dfn>'
     return TERM.sub(mark, text)
 
 
 def contents_page(contents):
-    lines, inside = ['<h1 class="plain">目录</h1><nav><ol>'], False
+    lines, chapter, section = ['<h1 class="plain">目录</h1><nav><ol>'], 0, 0
     for level, place, title in contents:
         if level == 'h1':
-            lines.append(('</ol></li>' if inside else '') + f'<li><a href="#{place}">{plain(title)}</a><ol>')
-            inside = True
+            chapter, section = chapter + 1, 0
+            lines.append(('</ol></li>' if chapter > 1 else '') + f'<li><a href="#{place}">{chapter}　{plain(title)}</a><ol>')
         else:
-            lines.append(f'<li><a href="#{place}">{plain(title)}</a></li>')
-    return ''.join(lines) + ('</ol></li>' if inside else '') + '</ol></nav>'
+            section += 1
+            lines.append(f'<li><a href="#{place}">{chapter}.{section}　{plain(title)}</a></li>')
+    return ''.join(lines) + '</ol></li></ol></nav>'
 
 
 def index_pages(terms):

@@ -65,12 +65,13 @@ class Camera:
         self.display.click(1355, 757, 3)
         time.sleep(SETTLE)
 
-    def dialog(self, name, title, *keys, then=(), back="QWD200"):
+    def dialog(self, name, title, *keys, then=(), text="", back="QWD200"):
         """Opens a dialog, does something in it, takes it and closes it; the window named `back` is in front again."""
         self.press(*keys)
         self.wait_for(title)
         self.press(*then)
-        time.sleep(SETTLE if then else 0)
+        self.display.type(text)
+        time.sleep(SETTLE if then or text else 0)
         self.take(name)
         self.press("Escape")
         self.wait_for(back)
@@ -92,7 +93,7 @@ def show_window(camera):
     camera.dialog("output", "输出", *MORE, "o")
     camera.dialog("compress", "压缩", *MORE, "c")
     camera.dialog("append", "应用程序", "alt+o", "Tab", "Tab", "Tab", "Tab", "space", then=["Down"])
-    camera.dialog("templatename", "保存模板", "alt+w")
+    camera.dialog("templatename", "保存模板", "alt+w", text="合同归档")
     camera.dialog("saveset", "保存设置", "alt+b")
     camera.press("alt+b")
     camera.wait_for("保存设置")
@@ -105,7 +106,6 @@ def show_wholeset(camera):
     camera.scan()
     camera.wait_for("QWD200")
     camera.dialog("wholeset", "整体设定", "alt+g")
-    camera.dialog("standby", "整体设定", "alt+g", then=["alt+m"])
     camera.dialog("maintenance", "整体设定", "alt+g", then=["alt+m", "alt+j"])
 
 
