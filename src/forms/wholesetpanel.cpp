@@ -27,8 +27,11 @@ wholesetpanel::wholesetpanel(QWidget* parent)
       m_preview(new BeforeAfter(Qt::Vertical, this))
 {
     m_ui->setupUi(this);
-    for (QLabel* label : findChildren<QLabel*>(QRegularExpression(QStringLiteral("[hH]elpLabel$"))))
+    for (QLabel* label : findChildren<QLabel*>(QRegularExpression(QStringLiteral("[hH]elpLabel$")))) {
         dialogparts::styleHelp(label);
+        if (auto* control = findChild<QWidget*>(label->objectName().remove(QStringLiteral("HelpLabel"))))
+            control->setToolTip(label->text());
+    }
     // the tabs do not ask their pages how high a wrapped text gets
     constexpr int width = 560;
     m_ui->processingTab->setMinimumSize(width, m_ui->processingTab->layout()->heightForWidth(width));
@@ -151,6 +154,7 @@ void wholesetpanel::changeScanTypeState(int mode)
     const QString documents = tr("拆分 PDF、OFD 文档时，每个文档这么多页");
     m_ui->splitCountHelpLabel->setText(
         tr("%1；%2。").arg(filePage ? documents : pages, filePage ? pages : documents));
+    m_ui->splitCount->setToolTip(m_ui->splitCountHelpLabel->text());
 }
 
 void wholesetpanel::accept()

@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSet>
 #include <QTimer>
@@ -81,15 +82,18 @@ void inModal(const std::function<void(D&)>& work)
     auto* timer = new QTimer(qApp);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, work, tries = 0]() mutable {
         auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget());
-        if (!dialog && ++tries < 40)
+        if (!dialog && ++tries < 400)
             return;
         timer->deleteLater();
         timer->stop();
         if (!dialog)
             qFatal("no dialog opened");
+        const QPointer<D> worked = dialog;
         work(*dialog);
+        if (worked && worked->isVisible()) // a check has failed in there
+            worked->close();
     });
-    timer->start(50);
+    timer->start(5);
 }
 
 // 9 point at the 96 dpi of a usual screen, whatever the platform plugin counts as an inch.

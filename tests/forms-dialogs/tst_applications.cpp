@@ -117,15 +117,17 @@ private slots:
         append editor({}, {QStringLiteral("已有")});
         open(editor);
         const auto refused = [&](const char* name, const char* program, const char* arguments) {
-            type(editor, "nameEdit", QString::fromUtf8(name));
-            type(editor, "programEdit", program);
-            type(editor, "argumentsEdit", arguments);
+            for (const auto& [field, text] : {std::pair{"nameEdit", name}, std::pair{"programEdit", program},
+                                              std::pair{"argumentsEdit", arguments}})
+                control<QLineEdit>(editor, field)->setText(QString::fromUtf8(text));
             press(editor, QDialogButtonBox::Ok);
             return editor.isVisible() && !message(editor).isEmpty();
         };
         QVERIFY(refused("", "true", ""));
         QVERIFY(refused("已有", "true", ""));
-        QVERIFY(refused("a", "no-such-program", ""));
+        for (const char* program : {"no-such-program", "/nowhere/at/all", "/etc/passwd", "bin/ls"})
+            QVERIFY2(refused("a", program, ""), program);
+        QVERIFY(refused("a", "true", "\x01"));
         QVERIFY(refused("a", "", "-x"));
         QVERIFY(refused("a", "true", "\"x"));
         QVERIFY(refused("a", "sh", "-c \"touch x\""));

@@ -2,18 +2,15 @@
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
 #include "driving.h"
-#include "forms/copyfaxproperty.h"
 #include "forms/foldermodel.h"
 #include "forms/folderview.h"
 #include "forms/functioncontrols.h"
 #include "forms/panels.h"
 
-#include <QCheckBox>
 #include <QDesktopServices>
 #include <QImage>
 #include <QMimeData>
 #include <QSlider>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -173,27 +170,6 @@ private slots:
         QCOMPARE(control<QSlider>(panel, "lightnessSlider")->value(), -11);
         QCOMPARE(panel.functionControls().pageOptions(false).saveType, QStringLiteral("png"));
         QCOMPARE(panel.functionControls().pageOptions(false).folder, QStringLiteral("/home/elsewhere/"));
-    }
-
-    void copiesAreStored()
-    {
-        copyPanel panel("Scan");
-        panel.findChild<QTabWidget*>()->setCurrentIndex(1);
-        open(panel);
-        inModal<copyfaxproperty>([](copyfaxproperty& dialog) {
-            checkReachable(dialog);
-            control<QSpinBox>(dialog, "copies")->setValue(7);
-            control<QCheckBox>(dialog, "fitPaper")->setChecked(false);
-            control<QSpinBox>(dialog, "zoom")->setValue(70);
-            press(dialog, QDialogButtonBox::Ok);
-        });
-        click(panel, "propertyPushButton");
-        QCOMPARE(openMainSettings()->value("Scan_Copy_Print/copies").toInt(), 7);
-        QCOMPARE(openMainSettings()->value("Scan_Copy_Print/zoom").toInt(), 70);
-        openMainSettings()->setValue("Scan_Copy_Print/copies", "many");
-        copyfaxproperty dialog("Scan_Copy_Print");
-        QCOMPARE(control<QSpinBox>(dialog, "copies")->value(), 1);
-        QVERIFY(control<QSpinBox>(dialog, "zoom")->isEnabled());
     }
 };
 

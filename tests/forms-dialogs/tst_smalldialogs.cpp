@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "driving.h"
-#include "forms/append.h"
 #include "forms/prefixdialog.h"
 #include "forms/rotateset.h"
-
-#include <QTemporaryDir>
 
 class SmallDialogsTest : public QObject
 {
@@ -37,59 +34,6 @@ private slots:
             QCOMPARE(control<QWidget>(dialog, "backGroup")->isVisible(), sides == ScanSides::Back);
             QCOMPARE(dialog.choice().front, 1);
             QCOMPARE(dialog.choice().back, 2);
-        }
-    }
-
-    void applications()
-    {
-        QTemporaryDir folder;
-        const QString odd = folder.path() + "/my $pro\"gram";
-        QFile file(odd);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        file.close();
-        const struct
-        {
-            QString program, arguments, command;
-        } cases[] = {{"ls", "-l \"two words\" %f", "ls -l \"two words\" %f"},
-                     {odd, "-x", "\"" + folder.path() + "/my \\$pro\\\"gram\" -x"},
-                     {"", "", ""}}; // no program: the desktop's default
-        for (const auto& one : cases) {
-            append dialog(AppEntry(), {"MS Paint"});
-            open(dialog);
-            checkReachable(dialog);
-            type(dialog, "nameEdit", " 查看器 ");
-            type(dialog, "programEdit", one.program);
-            type(dialog, "argumentsEdit", one.arguments);
-            press(dialog, QDialogButtonBox::Ok);
-            QVERIFY2(!dialog.isVisible(), qPrintable(message(dialog)));
-            QCOMPARE(dialog.entry().text, QString("查看器"));
-            QCOMPARE(dialog.entry().command, one.command);
-            append again(dialog.entry(), {});
-            QCOMPARE(control<QLineEdit>(again, "programEdit")->text(), one.program);
-            QCOMPARE(control<QLineEdit>(again, "argumentsEdit")->text(), one.arguments);
-        }
-    }
-
-    void badApplicationsAreRefused()
-    {
-        const QStringList bad[] = {{"", "ls", ""},
-                                   {"MS Paint", "ls", ""},
-                                   {"x", "/nowhere/at/all", ""},
-                                   {"x", "no-such-command-here", ""},
-                                   {"x", "/etc/passwd", ""},
-                                   {"x", "bin/ls", ""},
-                                   {"x", "", "-l"},
-                                   {"x", "ls", "\"open"},
-                                   {"x", "ls", "a\x01"}};
-        for (const QStringList& entry : bad) {
-            append dialog(AppEntry(), {"MS Paint"});
-            open(dialog);
-            control<QLineEdit>(dialog, "nameEdit")->setText(entry[0]);
-            control<QLineEdit>(dialog, "programEdit")->setText(entry[1]);
-            control<QLineEdit>(dialog, "argumentsEdit")->setText(entry[2]);
-            press(dialog, QDialogButtonBox::Ok);
-            QVERIFY2(dialog.isVisible() && !message(dialog).isEmpty(), qPrintable(entry.join('|')));
         }
     }
 

@@ -10,19 +10,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QSpinBox>
 #include <QTabWidget>
-
-static QVariantList shown(const QWidget& dialog)
-{
-    QVariantList values;
-    for (const char* name : {"delValue", "enhanceValue", "delBlank"})
-        values << control<QSlider>(dialog, name)->value();
-    values << control<QSpinBox>(dialog, "splitCount")->value();
-    for (const char* name : {"longShortRotate", "fGrayDpi", "fWBDpi"})
-        values << control<QComboBox>(dialog, name)->currentIndex();
-    return values;
-}
 
 class WholeSetTest : public QObject
 {
@@ -35,33 +23,25 @@ private slots:
         QVERIFY(ensureFactorySettings());
     }
 
-    void valuesAreStored()
+    void applyingKeepsItOpenAndCancelTakesBack()
     {
         openMainSettings()->setValue("wholeSet/ofALaterVersion", "x");
         wholesetpanel dialog;
-        QCOMPARE(shown(dialog), QVariantList({5, 5, 8, 2, 0, 2, 2}));
         QSignalSpy written(&dialog, &wholesetpanel::settingsWritten);
         open(dialog);
         checkReachable(dialog);
-        QTest::keyClick(control<QSlider>(dialog, "delValue"), Qt::Key_End);
+        auto* strength = control<QSlider>(dialog, "delValue");
+        QTest::keyClick(strength, Qt::Key_End);
         QTest::keyClick(control<QSlider>(dialog, "enhanceValue"), Qt::Key_Home);
         QCOMPARE(control<QLabel>(dialog, "enhanceValueValueLabel")->text(), QString("0（关）"));
-        control<QSpinBox>(dialog, "splitCount")->setValue(12);
-        control<QComboBox>(dialog, "longShortRotate")->setCurrentIndex(1);
-        pick(dialog, "fGrayDpi", "100 dpi");
-        pick(dialog, "fWBDpi", "600 dpi");
         press(dialog, QDialogButtonBox::Apply);
         QVERIFY(dialog.isVisible());
-        QCOMPARE(shown(wholesetpanel()), QVariantList({10, 0, 8, 12, 1, 0, 3}));
-        QTest::keyClick(control<QSlider>(dialog, "delBlank"), Qt::Key_End);
-        press(dialog, QDialogButtonBox::Ok);
-        QVERIFY(!dialog.isVisible());
-        QCOMPARE(shown(wholesetpanel()), QVariantList({10, 0, 15, 12, 1, 0, 3}));
-        open(dialog);
-        control<QSlider>(dialog, "delValue")->setValue(1);
+        QCOMPARE(openMainSettings()->value("wholeSet/delValue").toInt(), 10);
+        strength->setValue(1);
         QTest::keyClick(&dialog, Qt::Key_Escape);
-        QCOMPARE(shown(wholesetpanel()).first().toInt(), 10);
-        QCOMPARE(written.size(), 2);
+        open(dialog);
+        QCOMPARE(strength->value(), 10);
+        QCOMPARE(written.size(), 1);
         QCOMPARE(openMainSettings()->value("wholeSet/ofALaterVersion").toString(), QString("x"));
     }
 
@@ -98,8 +78,6 @@ private slots:
         QTRY_VERIFY(says("空白页删除"));
         dialog.changeScanTypeState(0);
         QVERIFY(control<QLabel>(dialog, "splitCountHelpLabel")->text().startsWith("拆分 PDF"));
-        press(dialog, QDialogButtonBox::RestoreDefaults);
-        QCOMPARE(shown(dialog), QVariantList({5, 5, 8, 2, 0, 2, 2}));
     }
 
     void startsAtLogin()
@@ -137,14 +115,6 @@ private slots:
                 putFile(folder + "/autostart", "in the way"));
         QVERIFY(store(true).contains(file));
         qunsetenv("XDG_CONFIG_HOME");
-    }
-
-    void badValues()
-    {
-        QFile::remove(paths::mainSettings());
-        QVERIFY(putFile(paths::mainSettings(), "[wholeSet]\ndelValue=99\nenhanceValue=strong\ndelBlank=16\n"
-                                               "splitCount=0\nlongShortRotate=2\nfGrayDpi=77\nfWBDpi=-1\n"));
-        QCOMPARE(shown(wholesetpanel()), QVariantList({5, 5, 8, 2, 0, 3, 2}));
     }
 
     void settingsThatCannotBeWritten()

@@ -12,18 +12,6 @@ using Side = ScanPageLogic::Side;
 
 namespace {
 
-// Everything that the page shows, as text to compare.
-QStringList state(const PageUnderTest& page)
-{
-    QStringList all = {page.logic.customResolutionText()};
-    for (const QWidget* w : page.page->findChildren<QWidget*>()) {
-        all << w->objectName() + (w->isEnabled() ? " on" : " off");
-        for (const char* property : {"currentIndex", "checked", "value", "text"})
-            all.last() += ' ' + w->property(property).toString();
-    }
-    return all;
-}
-
 std::unique_ptr<QSettings> fresh(const QString& group)
 {
     auto file = openMainSettings();
@@ -214,54 +202,6 @@ private slots:
                  (QVector<int>{1, 1, 2, 3, 15, 35, 120}));
         QVERIFY(page.logic.isAutoRotate());
         QCOMPARE(page.logic.rotation(Side::Front), 0);
-    }
-
-    void roundTrip()
-    {
-        for (const bool scanPage : {true, false}) {
-            const QString group = scanPage ? "Scan_Scan" : "File_Scan";
-            MainForm before;
-            MainForm after;
-            PageUnderTest& page = scanPage ? *before.scan : *before.file;
-            QVERIFY(page.page->isAncestorOf(page.c.colorFormat) &&
-                    page.page->isAncestorOf(page.c.application));
-            PageUnderTest& copy = scanPage ? *after.scan : *after.file;
-            const ScanPageControls& c = page.c;
-            for (int pass = 0; pass < 2; ++pass) { // every control away from its default, then another way
-                page.logic.setDefaults();
-                for (auto* combo : page.page->findChildren<QComboBox*>())
-                    combo->setCurrentIndex(qMax(0, combo->count() - 1 - pass));
-                c.colorFormat->setCurrentIndex(1 + pass);
-                c.source->setCurrentIndex(3 - pass);
-                if (pass == 0)
-                    c.resolutionText->setText("240");
-                for (auto* button : page.page->findChildren<QAbstractButton*>())
-                    if (!button->inherits("QRadioButton"))
-                        button->setChecked(button->isChecked() == (pass == 1));
-                c.lightness->setValue(-33);
-                c.contrast->setValue(12 + pass);
-                c.gamma->setValue(87 + pass);
-                (pass == 0 ? c.horizontal : c.vertical)->setChecked(true);
-                page.logic.setRotation(Side::Front, 1 + pass);
-                page.logic.setRotation(Side::Back, 3);
-                page.logic.cancelAutoRotateState();
-                c.delBlank->setEnabled(pass == 1);
-                page.logic.settingsLoaded();
-
-                auto file = fresh(group);
-                page.settings.write(*file);
-                file->endGroup();
-                QVERIFY(saveSettings(*file));
-                copy.settings.read(*fresh(group));
-                QCOMPARE(state(copy), state(page));
-            }
-            const auto file = fresh(group);
-            for (const Setting& setting : table(group).settings)
-                if (setting.inFactoryFile && scanPage)
-                    QVERIFY2(file->contains(setting.key), setting.key);
-            QCOMPARE(file->value(keys::gamma).toDouble(), 0.88);
-            QCOMPARE(c.gammaValue->text(), QString("0.88"));
-        }
     }
 
     void missingAndBadValues()

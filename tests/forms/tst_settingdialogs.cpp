@@ -8,12 +8,12 @@
 #include "forms/compressset.h"
 #include "forms/functioncontrols.h"
 #include "forms/functiondialogs.h"
-#include "forms/functionform.h"
 #include "forms/imgmendpanel.h"
 #include "forms/noiseset.h"
 #include "forms/outputset.h"
 #include "forms/papersizeset.h"
 #include "forms/rotateset.h"
+#include "forms/wholesetpanel.h"
 #include "imaging/pagepipeline.h"
 #include "mainform.h"
 
@@ -97,51 +97,6 @@ private:
         return result.files;
     }
 
-    static void moveAll(const ScanPageControls& c, const QString& group, const std::function<void()>& store)
-    {
-        c.source->setCurrentIndex(3); // what a duplex scan in black and white can use
-        c.colorMode->setCurrentIndex(0);
-        const std::pair<QWidget*, const char*> controls[] = {{c.combine, "combine"},
-                                                             {c.resolution, "resolution"},
-                                                             {c.lightness, "lightness"},
-                                                             {c.contrast, "contrast"},
-                                                             {c.gamma, "gamma"},
-                                                             {c.threshold, "threshold"},
-                                                             {c.colorFilter, "colorFilter"},
-                                                             {c.deScreen, "deScreen"},
-                                                             {c.filter, "filter"},
-                                                             {c.noise, "noiseMode"},
-                                                             {c.contiScan, "contiScan"},
-                                                             {c.colorMatch, "colorMatch"},
-                                                             {c.autoCrowed, "autoCrowed"},
-                                                             {c.autoCut, "autoCut"},
-                                                             {c.autoRight, "autoRight"},
-                                                             {c.delBlank, "delBlank"},
-                                                             {c.imgMend, "imgMend"},
-                                                             {c.fillHole, "fillHole"},
-                                                             {c.delBackground, "delBackground"},
-                                                             {c.delColor, "delColor"},
-                                                             {c.characEnhance, "characenhance"},
-                                                             {c.redFile, "readFile"},
-                                                             {c.paperSize, "paperSize"},
-                                                             {c.colorMode, "scanMode"},
-                                                             {c.source, "scanType"}};
-        for (const auto& [control, key] : controls) {
-            if (!control)
-                continue;
-            QVERIFY2(control->isEnabled() && !control->toolTip().isEmpty(), key);
-            store();
-            const QString before = stored(group + '/' + key);
-            auto* combo = qobject_cast<QComboBox*>(control);
-            control->setFocus();
-            QTest::keyClick(control, combo ? (combo->currentIndex() > 0 ? Qt::Key_Up : Qt::Key_Down)
-                                     : qobject_cast<QSlider*>(control) ? Qt::Key_Right
-                                                                       : Qt::Key_Space);
-            store();
-            QVERIFY2(stored(group + '/' + key) != before, qPrintable(group + ' ' + key + ' ' + before));
-        }
-    }
-
 private slots:
     void init()
     {
@@ -168,26 +123,6 @@ private slots:
         QCOMPARE(stored("wholeSet/ofALaterVersion"), QString("x")); // nobody's key is lost
         m_function.reset();
         m_form.reset();
-    }
-
-    // Every control of a page, moved by a key, changes its key in the file; so does it in a function's panel.
-    void controlsOfThePages()
-    {
-        const auto storePage = [](PageUnderTest& page, const char* group) {
-            const auto file = openMainSettings();
-            const GroupScope scope(*file, group);
-            page.settings.write(*file);
-        };
-        moveAll(m_form->scan->c, "Scan_Scan", [&] { storePage(*m_form->scan, "Scan_Scan"); });
-        m_form->ui.functionStack->setCurrentWidget(m_form->ui.filePage);
-        moveAll(m_form->file->c, "File_Scan", [&] { storePage(*m_form->file, "File_Scan"); });
-        FunctionForm panel;
-        ScanPageControls controls = panel.controls();
-        controls.splitFile = new QCheckBox(&panel); // a panel brings its own
-        panel.setUp(controls, panelGroups("File", "OCR"));
-        panel.readStored();
-        open(panel);
-        moveAll(panel.controls(), "File_OCR", [&panel] { QVERIFY(panel.writeStored()); });
     }
 
     void border()
@@ -409,7 +344,8 @@ private slots:
     {
         QVERIFY(putFile(paths::mainSettings(),
                         "[wholeSet]\nimgMendUp=-4\nimgMendLeft=wide\nimgMendIn=maybe\nimgMendcolorRed=300\n"
-                        "fGrayDpi=9\nofALaterVersion=x\n[Scan_DeNoise]\nWBThreshold=999\nnoiseThreshold=-2\n"
+                        "fGrayDpi=9\ndelBlank=16\nsplitCount=0\nofALaterVersion=x\n[Scan_DeNoise]"
+                        "\nWBThreshold=999\nnoiseThreshold=-2\n"
                         "noiseMode=7\n[Scan_Scan_PaperSize]\nwidth=-1\nheight=huge\n"
                         "[File_Compress]\ncolorJpg=lots\ngrayJpg=0\nsameCompress=8\n"));
         for (const char* named : {"imgMendUp", "imgMendIn", "WBThreshold", "colorJpg"})
@@ -424,6 +360,9 @@ private slots:
         const PaperSizeSet paper("Scan_Scan_PaperSize");
         QCOMPARE(control<QDoubleSpinBox>(paper, "width")->value(), 210.0);
         QCOMPARE(control<QDoubleSpinBox>(paper, "height")->value(), 297.0);
+        const wholesetpanel whole;
+        QCOMPARE(control<QSlider>(whole, "delBlank")->value(), 8);
+        QCOMPARE(control<QSpinBox>(whole, "splitCount")->value(), 2);
         const OutputSet output({});
         QCOMPARE(control<QComboBox>(output, "fGrayDpi")->currentIndex(), 3);
         const CompressSet compression;
