@@ -85,6 +85,7 @@ install_udev_rule() {
 }
 
 install_program() {
+    [[ -n $(missing_packages qwd200) ]] || die "The package qwd200 is installed: start it from the menu, or remove it (sudo apt remove qwd200)."
     install_udev_rule
     if is_installed; then
         return

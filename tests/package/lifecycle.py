@@ -190,8 +190,20 @@ def check_removal():
     check(documents and sorted(os.listdir(SAVED)) == documents, "purge leaves the documents")
 
 
-def check_rescued_pages():
+def check_older_installation():
+    """What the source tree's run.sh has put there gives way to the package."""
+    for folder in ("lib", "scanModeFile"):
+        os.makedirs(f"{ROOT}/{folder}")
+    for name in ("zip-ofd", "QWD200.conf", "lib/.installed"):
+        write(f"{ROOT}/{name}", "old")
     apt("install", PACKAGE)
+    check(not os.path.exists(f"{ROOT}/lib") and content(f"{ROOT}/QWD200.conf") == b"old",
+          "the package replaces the source tree's programs and keeps the settings")
+    folder = f"{ROOT}/scanModeFile"
+    check(rights(folder) == "2775 root:scanner", "the package shares the source tree's folders", rights(folder))
+
+
+def check_rescued_pages():
     rescued = f"{ROOT}/tempfiles/kept/20260101-120000"
     os.makedirs(rescued)
     write(f"{rescued}/page.pnm", "P1 1 1 0")
@@ -201,7 +213,7 @@ def check_rescued_pages():
 
 def main():
     for stage in (check_rights, check_desktop_files, check_completion, check_people, check_upgrade, check_removal,
-                  check_rescued_pages):
+                  check_older_installation, check_rescued_pages):
         print(f"== {stage.__name__[6:].replace('_', ' ')}", flush=True)
         stage()
     if failures:
