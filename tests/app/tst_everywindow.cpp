@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/englishtexts.h"
-#include "app/widget.h"
-#include "config/freshroot.h"
-#include "device/readbtn.h"
-#include "device/scriptedusb.h"
-#include "forms-dialogs/driving.h"
+#include "app/windowfixture.h"
 #include "language/language.h"
 
 #include <QColorDialog>
@@ -12,9 +8,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
-#include <QStackedWidget>
 #include <QTabWidget>
-#include <QTextCodec>
 #include <QToolButton>
 
 namespace {
@@ -113,13 +107,11 @@ QTabWidget* shownTabs(const QWidget& window)
 // Walks through the program as someone without a mouse would: both pages with every function, and whatever
 // opens behind a button of theirs, and behind the buttons in there. Everything must have a name and be
 // reached by the Tab key. What a later version adds is found by itself.
-class TestEveryWindow : public QObject
+class TestEveryWindow : public WindowFixture
 {
     Q_OBJECT
 
 private:
-    UsbScript m_usb;
-    std::unique_ptr<Widget> m_window;
     QStringList m_seen; // class name and size of the windows that were checked
     QSet<QAbstractButton*> m_pressed;
 
@@ -220,16 +212,11 @@ private:
 private slots:
     void initTestCase()
     {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
-        QVERIFY(freshRoot());
+        WindowFixture::initTestCase();
         language::set(*qobject_cast<QApplication*>(qApp), {});
         useUsualFont();
         if (qEnvironmentVariableIsSet("QWD200_DARK"))
             useDarkPalette();
-        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
-                                                                      ButtonWatch::Intervals{20, 20, 10}),
-                                            0);
-        m_window->show();
     }
 
     void everyPageAndWhatOpensBehindIt()
@@ -237,8 +224,7 @@ private slots:
         for (const char* page : {"scanPushButton", "filePushButton"}) {
             click(*m_window, page);
             const bool scanPage = qstrcmp(page, "scanPushButton") == 0;
-            auto* functions =
-                control<QComboBox>(*m_window, scanPage ? "templetBtncomboBox_3" : "templetBtncomboBox");
+            auto* functions = control<QComboBox>(scanPage ? "templetBtncomboBox_3" : "templetBtncomboBox");
             for (int index = 0; index < functions->count(); ++index) {
                 functions->setCurrentIndex(index);
                 if (!scanPage) // both sides: nothing on the page is disabled
@@ -255,8 +241,6 @@ private slots:
               "fileNameSet", "wholesetpanel", "append", "copyfaxproperty"})
             QVERIFY2(!m_seen.filter(QRegularExpression(QString("^%1 ").arg(known))).isEmpty(), known);
     }
-
-    void cleanupTestCase() { m_window.reset(); }
 };
 
 QTEST_MAIN(TestEveryWindow)

@@ -1,27 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/widget.h"
-#include "config/freshroot.h"
-#include "device/readbtn.h"
-#include "device/scriptedusb.h"
-#include "forms-dialogs/driving.h"
+#include "app/windowfixture.h"
 #include "forms/wholesetpanel.h"
 
 #include <QMessageBox>
-#include <QTextCodec>
 
 // The help button and F1, with a stand-in for the viewer that notes what it was given and stays open while
 // there is a file "stay".
-class TestManual : public QObject
+class TestManual : public WindowFixture
 {
     Q_OBJECT
 
 private:
-    UsbScript m_usb;
-    std::unique_ptr<Widget> m_window;
-
     QString stay() const { return installRoot() + "stay"; }
     int opened() const { return fileContent(installRoot() + "calls").count('\n'); }
-    QString status() const { return control<QLabel>(*m_window, "statusLabel")->text(); }
 
     bool installReader()
     {
@@ -35,18 +26,6 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
-        QVERIFY(freshRoot());
-        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
-                                                                      ButtonWatch::Intervals{20, 20, 10}),
-                                            0);
-        open(*m_window);
-    }
-
-    void cleanup() { m_window.reset(); }
-
     void whatIsMissingIsSaid()
     {
         QTest::keyClick(m_window.get(), Qt::Key_F1);

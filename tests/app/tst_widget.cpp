@@ -1,71 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/globals.h"
-#include "app/widget.h"
-#include "config/freshroot.h"
+#include "app/windowfixture.h"
 #include "config/settingsfile.h"
 #include "config/templates.h"
-#include "device/readbtn.h"
-#include "device/scriptedusb.h"
 #include "device/stateinfopanel.h"
-#include "forms/panels.h"
 #include "ocr/ocrpanel.h"
 #include "pdf/pdfpanel.h"
 
 #include <QAction>
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QStackedWidget>
-#include <QTextCodec>
-#include <QtTest>
-#include <memory>
 
-// The main window without a scanner: SANE finds no backend here.
-class TestWidget : public QObject
+class TestWidget : public WindowFixture
 {
     Q_OBJECT
 
 private:
-    UsbScript m_usb; // before the window, whose watcher uses it
-    std::unique_ptr<Widget> m_window;
-
-    template <typename Control>
-    Control* control(const char* name)
-    {
-        // The panels' forms use some of the pages' names.
-        for (Control* found : m_window->findChildren<Control*>(QLatin1String(name))) {
-            bool inPanel = false;
-            for (QWidget* above = found; above; above = above->parentWidget())
-                inPanel = inPanel || qobject_cast<pdfpanel*>(above) || qobject_cast<ocrpanel*>(above) ||
-                          qobject_cast<FolderPanel*>(above);
-            if (!inPanel)
-                return found;
-        }
-        qFatal("no control %s", name);
-    }
-    QString status() { return control<QLabel>("statusLabel")->text(); }
     bool canScan()
     {
         return control<QPushButton>("scanButton")->isEnabled() &&
                control<QPushButton>("previewPushButton_5")->isEnabled();
     }
-    QWidget* shownPanel() { return control<QStackedWidget>("functionStack")->currentWidget(); }
-    void restart()
-    {
-        m_window.reset();
-        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
-                                                                      ButtonWatch::Intervals{20, 20, 10}),
-                                            0);
-        m_window->show();
-    }
-
     void setPresent(bool present)
     {
         const std::lock_guard lock(m_usb.mutex);
@@ -78,22 +38,11 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8"));
-        const QString sane = defaultSaveFolder() + "-sane";
-        QVERIFY(QDir().mkpath(sane));
-        qputenv("SANE_CONFIG_DIR", QFile::encodeName(sane));
-    }
-
     void init()
     {
-        QVERIFY(freshRoot());
         setPresent(true);
-        restart();
+        WindowFixture::init();
     }
-
-    void cleanup() { m_window.reset(); }
 
     void firstStartShowsTheScanPageAndWritesEveryDefault()
     {
@@ -162,16 +111,6 @@ private slots:
         control<QRadioButton>("scanPushButton")->click();
         QCOMPARE(ScanorFile, 0);
         QCOMPARE(shownPanel()->objectName(), QStringLiteral("scanPage"));
-    }
-
-    void applyingRefreshesTheTemplate()
-    {
-        control<QCheckBox>("redfileCheckBox_5")->click();
-        control<QPushButton>("applyPushButton")->click();
-        QVERIFY(control<QPushButton>("applyPushButton")->isEnabled());
-        const auto copy = openSettings(paths::templateFolder() + "default-template.conf");
-        QCOMPARE(copy->value("Scan_Scan/readFile").toString(), QStringLiteral("true"));
-        QVERIFY(QFile::exists(paths::templateFolder() + "default-template_path.conf"));
     }
 
     void cancelWhenIdleTakesChangesBack()
@@ -334,29 +273,12 @@ private slots:
         QVERIFY(!openMainSettings()->contains("Scan_app/1"));
     }
 
-    void unsafeTemplateNamesAreRefused()
-    {
-        m_window->newTemplate("a;rm x");
-        QVERIFY(status().contains(QStringLiteral("模板名称不能包含空格或特殊字符")));
-        QCOMPARE(control<QComboBox>("templateComboBox")->count(), 1);
-    }
-
     void damagedSettingsStartWithDefaults()
     {
         m_window.reset();
         QVERIFY(putFile(paths::mainSettings(), QByteArray("\0\1\2garbage", 10)));
         restart();
         QCOMPARE(control<QSlider>("gammaSlider_5")->value(), 120);
-        m_window.reset();
-        {
-            const auto file = openMainSettings();
-            file->setValue("Scan_Scan/lightness", "bright");
-            file->setValue("Scan_Scan/resolution", 99);
-        }
-        restart();
-        QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), 15);
-        QCOMPARE(control<QComboBox>("resolutionComboBox_5")->currentIndex(),
-                 control<QComboBox>("resolutionComboBox_5")->count() - 1);
     }
 };
 

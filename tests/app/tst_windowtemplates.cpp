@@ -1,42 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/widget.h"
-#include "config/freshroot.h"
+#include "app/windowfixture.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
 #include "config/templatearchive.h"
 #include "config/templates.h"
-#include "device/readbtn.h"
-#include "device/scriptedusb.h"
-#include "forms-dialogs/driving.h"
 #include "forms/templatename.h"
 
 #include <QCheckBox>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QSlider>
-#include <QStackedWidget>
-#include <QTextCodec>
-#include <memory>
 
 // Templates as the user works with them in the main window.
-class WindowTemplatesTest : public QObject
+class WindowTemplatesTest : public WindowFixture
 {
     Q_OBJECT
 
 private:
-    UsbScript m_usb; // before the window, whose watcher uses it
-    std::unique_ptr<Widget> m_window;
-
-    void restart()
-    {
-        m_window.reset();
-        m_window = std::make_unique<Widget>(std::make_unique<readBtn>(std::make_unique<ScriptedUsb>(m_usb),
-                                                                      ButtonWatch::Intervals{20, 20, 10}),
-                                            0);
-        m_window->show();
-    }
-    QComboBox* list() { return control<QComboBox>(*m_window, "templateComboBox"); }
-    QString status() { return control<QLabel>(*m_window, "statusLabel")->text(); }
+    QComboBox* list() { return control<QComboBox>("templateComboBox"); }
     bool isMarked()
     {
         QTest::qWait(300); // the mark follows a moment after the change
@@ -51,7 +32,7 @@ private:
     }
     void saveAs(const QString& name)
     {
-        control<QPushButton>(*m_window, "saveBtn")->click();
+        control<QPushButton>("saveBtn")->click();
         auto* dialog = m_window->findChild<TemplateName*>();
         QVERIFY(dialog && dialog->windowModality() == Qt::ApplicationModal);
         type(*dialog, "nameEdit", name);
@@ -70,14 +51,14 @@ private:
     void clickAndAnswer(const char* name, QMessageBox::StandardButton button, QString* text = nullptr)
     {
         answer(button, text);
-        control<QPushButton>(*m_window, name)->click();
+        control<QPushButton>(name)->click();
     }
 
     // In an order of its own: the stack raises the page that it shows.
     QList<QWidget*> controls()
     {
         QList<QWidget*> all;
-        const auto* stack = control<QStackedWidget>(*m_window, "functionStack");
+        const auto* stack = control<QStackedWidget>("functionStack");
         for (int i = 0; i < stack->count(); ++i)
             all += stack->widget(i)->findChildren<QWidget*>();
         return all;
@@ -103,8 +84,8 @@ private:
                 add(label, label->text() + QString::number(label->testAttribute(Qt::WA_ForceDisabled)));
         }
         for (const char* name : {"templetBtncomboBox_3", "templetBtncomboBox"})
-            all << control<QComboBox>(*m_window, name)->currentText();
-        all << QString::number(control<QRadioButton>(*m_window, "filePushButton")->isChecked());
+            all << control<QComboBox>(name)->currentText();
+        all << QString::number(control<QRadioButton>("filePushButton")->isChecked());
         return all;
     }
     // Changes all that can be changed, in a way of its own for each `seed`.
@@ -128,23 +109,15 @@ private:
     }
 
 private slots:
-    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("utf-8")); }
-    void init()
-    {
-        QVERIFY(freshRoot());
-        restart();
-    }
-    void cleanup() { m_window.reset(); }
-
     void everyControlOfEveryPanelComesBack()
     {
         QVERIFY(!isMarked());
         const QStringList factory = state();
         QVERIFY(factory.size() > 500);
         changeEverything(1);
-        control<QComboBox>(*m_window, "templetBtncomboBox_3")->setCurrentIndex(2);
-        control<QRadioButton>(*m_window, "filePushButton")->click();
-        control<QComboBox>(*m_window, "templetBtncomboBox")->setCurrentIndex(4);
+        control<QComboBox>("templetBtncomboBox_3")->setCurrentIndex(2);
+        control<QRadioButton>("filePushButton")->click();
+        control<QComboBox>("templetBtncomboBox")->setCurrentIndex(4);
         QVERIFY(isMarked());
         const QStringList first = state();
         QVERIFY(first != factory);
@@ -152,24 +125,24 @@ private slots:
         QCOMPARE(list()->currentText(), QStringLiteral("合同"));
         QVERIFY(!isMarked());
         changeEverything(5);
-        control<QRadioButton>(*m_window, "scanPushButton")->click();
-        control<QComboBox>(*m_window, "templetBtncomboBox_3")->setCurrentIndex(1);
+        control<QRadioButton>("scanPushButton")->click();
+        control<QComboBox>("templetBtncomboBox_3")->setCurrentIndex(1);
         QVERIFY(isMarked());
         saveAs("two");
         const QStringList second = state();
         QVERIFY(second != first);
         list()->setCurrentText(QStringLiteral("合同"));
         QVERIFY(isMarked());
-        control<QPushButton>(*m_window, "loadBtn")->click();
+        control<QPushButton>("loadBtn")->click();
         QCOMPARE(state(), first);
         QVERIFY(!isMarked());
         restart(); // the live files hold it
         QCOMPARE(state(), first);
         list()->setCurrentText("two");
-        control<QPushButton>(*m_window, "loadBtn")->click();
+        control<QPushButton>("loadBtn")->click();
         QCOMPARE(state(), second);
         list()->setCurrentText(defaultTemplate);
-        control<QPushButton>(*m_window, "loadBtn")->click();
+        control<QPushButton>("loadBtn")->click();
         QCOMPARE(state(), factory);
     }
 
@@ -178,15 +151,15 @@ private slots:
         saveAs("picked");
         list()->setCurrentText(defaultTemplate);
         const QByteArray before = fileContent(templateMainFile(defaultTemplate));
-        control<QCheckBox>(*control<QWidget>(*m_window, "scanPage"), "redfileCheckBox_5")->click();
-        control<QPushButton>(*m_window, "applyPushButton")->click();
+        control<QCheckBox>("redfileCheckBox_5")->click();
+        control<QPushButton>("applyPushButton")->click();
         QCOMPARE(fileContent(templateMainFile(defaultTemplate)), before);
         QCOMPARE(openSettings(templateMainFile("picked"))->value("Scan_Scan/readFile").toBool(), true);
     }
 
     void namesAreCheckedAndExistingOnesAskedFor()
     {
-        control<QPushButton>(*m_window, "saveBtn")->click();
+        control<QPushButton>("saveBtn")->click();
         auto* dialog = m_window->findChild<TemplateName*>();
         QVERIFY(dialog);
         QSignalSpy sent(dialog, &TemplateName::sendAddTempleteMessage);
@@ -197,6 +170,8 @@ private slots:
             QVERIFY2(message(*dialog).contains(QStringLiteral("模板名称不能包含空格或特殊字符")),
                      qPrintable(bad));
         }
+        m_window->newTemplate("a;rm x"); // past the dialog
+        QVERIFY(status().contains(QStringLiteral("模板名称不能包含空格或特殊字符")));
         type(*dialog, "nameEdit", "my_scan");
         QVERIFY(message(*dialog).contains('_')); // a warning only
         type(*dialog, "nameEdit", defaultTemplate);
@@ -224,7 +199,7 @@ private slots:
         QCOMPARE(fileContent(paths::mainSettings()), live);
         clickAndAnswer("loadBtn", QMessageBox::Yes);
         QVERIFY(!QFile::exists(paths::mainSettings()));
-        QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), 0); // missing keys read as 0
+        QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), 0); // missing keys read as 0
         m_window->newTemplate("half");
         QVERIFY(putFile(templateMainFile("half"), "[Scan_Scan]\nlight"));
         clickAndAnswer("loadBtn", QMessageBox::No, &question);
@@ -237,17 +212,17 @@ private slots:
         clickAndAnswer("delBtn", QMessageBox::Ok, &text);
         QCOMPARE(text, QStringLiteral("请勿删除默认模板"));
         QVERIFY(templateComplete(defaultTemplate));
-        control<QSlider>(*m_window, "lightnessSlider_5")->setValue(-40);
+        control<QSlider>("lightnessSlider_5")->setValue(-40);
         saveAs("gone");
-        control<QPushButton>(*m_window, "delBtn")->click();
+        control<QPushButton>("delBtn")->click();
         QCOMPARE(listed(), QStringList{defaultTemplate});
         QVERIFY(!QFile::exists(templateMainFile("gone")) && !QFile::exists(templatePathFile("gone")));
-        QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), 15);
+        QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), 15);
     }
 
     void theTemplateToStartWith()
     {
-        control<QSlider>(*m_window, "lightnessSlider_5")->setValue(-40);
+        control<QSlider>("lightnessSlider_5")->setValue(-40);
         saveAs("x-first"); // after the default in the listing
         for (const auto& [index, lightness] : {std::pair{0, 15}, std::pair{1, -40}, std::pair{99, -40}}) {
             m_window.reset();
@@ -255,7 +230,7 @@ private slots:
             openMainSettings()->setValue("paraTemplete", index);
             restart();
             QCOMPARE(list()->currentIndex(), qMin(index, 1));
-            QCOMPARE(control<QSlider>(*m_window, "lightnessSlider_5")->value(), lightness);
+            QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), lightness);
         }
         QVERIFY(QFile::remove(templatePathFile("x-first")) && putFile(templatePathFile("x-first"), ""));
         openMainSettings()->setValue("paraTemplete", 1); // damaged now: nothing is asked, the live files stay
@@ -266,11 +241,11 @@ private slots:
     void importingAsksForProgramsAndName()
     {
         m_window->scanAddApp("tool", "/usr/bin/tool %f");
-        control<QPushButton>(*m_window, "applyPushButton")->click();
+        control<QPushButton>("applyPushButton")->click();
         const QString file = installRoot() + "handed.zip";
         saveAs("handed");
         QVERIFY(TemplateArchive::ofTemplate("handed").write(file));
-        control<QPushButton>(*m_window, "delBtn")->click();
+        control<QPushButton>("delBtn")->click();
         QString question;
         answer(QMessageBox::No, &question);
         QVERIFY(QMetaObject::invokeMethod(m_window.get(), "importTemplateFile", Q_ARG(QString, file)));
@@ -301,19 +276,19 @@ private slots:
         m_window->newTemplate("never");
         QVERIFY(status().contains(QStringLiteral("无法")));
         QVERIFY(!listed().contains("never"));
-        control<QPushButton>(*m_window, "applyPushButton")->click();
+        control<QPushButton>("applyPushButton")->click();
         QVERIFY(QFile::exists(paths::mainSettings()));
     }
 
     // The window's own scan function works with the settings of the panel that is shown.
     void aFolderPanelScansWithItsOwnSettings()
     {
-        control<QComboBox>(*m_window, "templetBtncomboBox_3")->setCurrentText("FTP  Utility");
-        QWidget* panel = control<QStackedWidget>(*m_window, "functionStack")->currentWidget();
+        control<QComboBox>("templetBtncomboBox_3")->setCurrentText("FTP  Utility");
+        QWidget* panel = control<QStackedWidget>("functionStack")->currentWidget();
         control<QComboBox>(*panel, "fileTypeComboBox")->setCurrentIndex(2);
         const QString folder = defaultSaveFolder() + "/ftp";
         control<QComboBox>(*panel, "applicationComboBox")->setEditText(folder);
-        control<QPushButton>(*m_window, "applyPushButton")->click();
+        control<QPushButton>("applyPushButton")->click();
         QVERIFY(QDir().mkpath(folder));
         const QString page = paths::pagePrefix() + "-0001.pnm";
         QImage picture(400, 600, QImage::Format_RGB32);
@@ -338,7 +313,7 @@ private slots:
         QCOMPARE(list()->count(), 201);
         QCOMPARE(list()->currentText(), QStringLiteral("t150"));
         QVERIFY(list()->width() < m_window->width() / 3);
-        control<QPushButton>(*m_window, "loadBtn")->click();
+        control<QPushButton>("loadBtn")->click();
         QVERIFY(status().contains("t150"));
     }
 };
