@@ -6,11 +6,21 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QLibraryInfo>
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
 constexpr int kWrongUse = 2;
+
+// The usage is printed without a display, too.
+bool asksForHelp(int argc, char* argv[])
+{
+    return std::any_of(argv + 1, argv + argc, [](const char* argument) {
+        return std::strcmp(argument, "-h") == 0 || std::strcmp(argument, "--help") == 0;
+    });
+}
 
 struct Texts
 {
@@ -21,6 +31,8 @@ struct Texts
 
 int main(int argc, char* argv[])
 {
+    if (asksForHelp(argc, argv))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // Factors between the whole ones are kept: rounding would make pages and letters coarse.

@@ -3,6 +3,7 @@
 its own. Steps: scan (a stack by the scanner's key), manual (F1), notice (of missing rights). Part of `run`."""
 import getpass
 import os
+import subprocess
 import sys
 import tempfile
 
@@ -33,7 +34,13 @@ class InstalledProgram(Session):
 
 
 def picture(session, name):
-    session.display.screenshot(os.path.join(OUT, f"{getpass.getuser()}-{name}.png"))
+    path = os.path.join(OUT, f"{getpass.getuser()}-{name}.png")
+    session.display.screenshot(path)
+    return path
+
+
+def colours(path, area):
+    return int(subprocess.run(["convert", path, "-crop", area, "-format", "%k", "info:"], check=True, stdout=subprocess.PIPE).stdout)
 
 
 def scan(session):
@@ -54,8 +61,9 @@ def manual(session):
 
     def viewer_shows_it():
         return any("help_qwd200.pdf" in session.display.title(window) for window in session.display.windows("pdfReader"))
-    session.wait_until(viewer_shows_it, 20, "no viewer with the manual")
-    picture(session, "manual")
+    session.wait_until(viewer_shows_it, 30, "no viewer with the manual")
+    # The viewer has the focus; where its page is, there are more than a few colours when it is drawn.
+    session.wait_until(lambda: colours(picture(session, "manual"), "700x500+350+150") > 50, 30, "the manual's page stays empty")
     return "F1 opens the manual"
 
 
