@@ -6,12 +6,13 @@ cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 # shellcheck source=scripts/lib.sh
 source scripts/lib.sh
 
-# Debian's hardening flags; the build folder's name stays out of the binaries.
+# Debian's hardening flags; the build folder's name stays out of the binaries. Nor may ccache shorten names: they are part of the
+# debugging information, of which the linker makes the build's id.
 export_build_flags() {
     export DEB_BUILD_MAINT_OPTIONS=hardening=+all
     CXXFLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
     LDFLAGS=$(dpkg-buildflags --get LDFLAGS)
-    export CXXFLAGS LDFLAGS
+    export CXXFLAGS LDFLAGS CCACHE_BASEDIR=
     SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/deb/changelog -S Timestamp)
     export SOURCE_DATE_EPOCH
 }
