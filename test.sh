@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Builds and tests everything: first the normal build with all tests, then the unit tests with sanitizers.
-#   ./test.sh           both stages            ./test.sh --quick   the first one only
+# Tests everything, each test once: the programs as users get them with the whole-program tests and the rules, then
+# the unit tests with sanitizers.
+#   ./test.sh           both stages            ./test.sh --quick   all tests in one build without sanitizers
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 # shellcheck source=scripts/lib.sh
@@ -24,14 +25,18 @@ with_sanitizers() {
 main() {
     local failed=0
     ensure_packages "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${DEMO_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
-    say "build and tests"
-    build_preset dev build-dev all sample-sheets
-    run_tests build-dev || failed=1
-    if [[ ${1-} != --quick ]]; then
-        say "unit tests with address and undefined-behaviour sanitizers"
-        build_preset asan build-asan
-        with_sanitizers run_tests build-asan --label-exclude 'program|rules' || failed=1
+    if [[ ${1-} == --quick ]]; then
+        say "all tests"
+        build_preset dev build-dev all sample-sheets
+        run_tests build-dev || failed=1
+        return "$failed"
     fi
+    say "whole programs and rules"
+    build_preset programs build-programs all sample-sheets
+    run_tests build-programs || failed=1
+    say "unit tests with address and undefined-behaviour sanitizers"
+    build_preset asan build-asan
+    with_sanitizers run_tests build-asan --label-exclude 'program|rules' || failed=1
     return "$failed"
 }
 
