@@ -18,6 +18,7 @@ import weasyprint
 
 os.environ.setdefault('SOURCE_DATE_EPOCH', '0')  # embedded fonts carry the time of their making
 HERE = Path(__file__).resolve().parent
+TREE = 'http://tree/'  # stands for the source folder: names in the PDF are made of addresses, and must not depend on the place
 HEADING = re.compile(r'<(h[12])>(.*?)</\1>', re.S)
 TERM = re.compile(r'<dfn key="([^"]*)"(?: as="([^"]*)")?>(.*?)</dfn>', re.S)
 HEAD_ROW = re.compile(r'(<table[^>]*>)\s*(<tr><th.*?</tr>)', re.S)
@@ -68,6 +69,12 @@ def index_pages(terms):
     return ''.join(lines) + '</div>'
 
 
+def fetch(address):
+    if not address.startswith(TREE):
+        raise ValueError(f'{address} is not in the source folder')
+    return weasyprint.default_url_fetcher((HERE.parent.parent / address[len(TREE):]).as_uri())
+
+
 def main():
     version, output = sys.argv[1:]
     contents, terms, chapters = [], {}, []
@@ -83,7 +90,7 @@ def main():
                 '<meta name="description" content="扫描、保存、识别、模板、故障与处理">'
                 '<link rel="stylesheet" href="manual.css"></head><body>'
                 + cover + contents_page(contents) + ''.join(chapters) + index_pages(terms) + '</body></html>')
-    weasyprint.HTML(string=document, base_url=str(HERE)).write_pdf(output, optimize_size=('fonts', 'images'))
+    weasyprint.HTML(string=document, base_url=TREE + 'docs/manual/', url_fetcher=fetch).write_pdf(output, optimize_size=('fonts', 'images'))
 
 
 if __name__ == '__main__':

@@ -172,9 +172,11 @@ def show_reader(camera):
     camera.press("F1")
     camera.wait_for("help_qwd200")
     camera.press("ctrl+f")
-    camera.display.type("OFD")
+    camera.display.type("空白页")
     camera.press("Return")
     time.sleep(2 * SETTLE)
+    camera.press(*["F3"] * 6)
+    time.sleep(SETTLE)
     camera.take("reader")
 
 

@@ -59,7 +59,7 @@ class Display:
     def type(self, text):
         """Types a text, or presses keys in turn when it is a list, in the window that has the focus."""
         if isinstance(text, str):
-            self._xdotool("type", "--delay", "30", text)
+            self._xdotool("type", "--delay", "120", text)
         else:
             self._xdotool("key", "--delay", "60", "--clearmodifiers", *text)
 
