@@ -118,8 +118,10 @@ bool FolderModel::setData(const QModelIndex& index, const QVariant& value, int r
     QString fault = nameProblem(file.path(), name);
     if (fault.isEmpty() && !QFile::rename(file.filePath(), file.path() + QLatin1Char('/') + name))
         fault = tr("无法重命名“%1”，请检查文件夹的写入权限").arg(file.fileName());
-    if (fault.isEmpty())
+    if (fault.isEmpty()) {
+        emit renamed(file.path() + QLatin1Char('/') + name);
         return true; // the watched folder brings the new name
+    }
     qWarning().noquote() << "not renamed:" << file.filePath() << fault;
     emit problem(fault);
     return false;

@@ -33,6 +33,7 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
 signals:
+    void renamed(const QString& file); // the new path; the list shows it a little later
     void problem(const QString& text); // Chinese
 
 private:

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QUrl>
@@ -183,6 +184,7 @@ void FolderView::follow()
         m_list->header()->setSectionResizeMode(FolderModel::Date, QHeaderView::ResizeToContents);
         sort(m_sort->currentIndex());
         connect(m_model, &FolderModel::problem, this, &FolderView::tell);
+        connect(m_model, &FolderModel::renamed, this, [this](const QString& file) { m_selectNext = file; });
         connect(m_model, &FolderModel::directoryLoaded, this, &FolderView::showCount);
         connect(m_model, &FolderModel::rowsInserted, this, &FolderView::showCount);
         connect(m_model, &FolderModel::rowsRemoved, this, &FolderView::showCount);
@@ -198,6 +200,12 @@ void FolderView::follow()
 
 void FolderView::showCount()
 {
+    const QModelIndex renamed = m_selectNext.isEmpty() ? QModelIndex() : m_model->index(m_selectNext);
+    if (renamed.isValid()) { // its row is a new one
+        m_selectNext.clear();
+        if (selectedFiles().isEmpty()) // the user has not gone on to another
+            m_list->setCurrentIndex(renamed);
+    }
     // without its root the list would show the whole file system
     const bool usable = !m_shown.isEmpty() && m_list->rootIndex().isValid();
     const int files = usable ? m_model->rowCount(m_list->rootIndex()) : 0;
@@ -278,10 +286,14 @@ void FolderView::rename()
 // Never deletes: a file that the trash does not take stays.
 void FolderView::moveToTrash()
 {
+    // Without the user's own trash the toolkit would move files into the working directory.
+    const QString trash =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Trash");
+    const bool usable = QDir().mkpath(trash);
     const QStringList files = selectedFiles();
     QStringList left;
     for (const QString& file : files) {
-        if (!QFile::moveToTrash(file)) {
+        if (!usable || !QFile::moveToTrash(file)) {
             qWarning().noquote() << "cannot be moved to the trash:" << file;
             left << QFileInfo(file).fileName();
         }

@@ -48,6 +48,7 @@ private:
 
     QString m_folder;
     QString m_shown;                // the folder that the list shows; empty: none
+    QString m_selectNext;           // the file that was renamed, until the list shows its new name
     FolderModel* m_model = nullptr; // made when it is first seen: it runs a thread
     QTreeView* m_list;
     QLabel* m_folderLabel;

@@ -280,29 +280,6 @@ private slots:
         QVERIFY(QFile::exists(paths::mainSettings()));
     }
 
-    // The window's own scan function works with the settings of the panel that is shown.
-    void aFolderPanelScansWithItsOwnSettings()
-    {
-        control<QComboBox>("templetBtncomboBox_3")->setCurrentText("FTP  Utility");
-        QWidget* panel = control<QStackedWidget>("functionStack")->currentWidget();
-        control<QComboBox>(*panel, "fileTypeComboBox")->setCurrentIndex(2);
-        const QString folder = defaultSaveFolder() + "/ftp";
-        control<QComboBox>(*panel, "applicationComboBox")->setEditText(folder);
-        control<QPushButton>("applyPushButton")->click();
-        QVERIFY(QDir().mkpath(folder));
-        const QString page = paths::pagePrefix() + "-0001.pnm";
-        QImage picture(400, 600, QImage::Format_RGB32);
-        picture.fill(QColor(200, 220, 240));
-        for (int y = 100; y < 400; y += 20)
-            for (int x = 50; x < 350; ++x)
-                picture.setPixelColor(x, y, Qt::black);
-        QVERIFY(picture.save(page, "PPM"));
-        const PageResult result = m_window->imageProcess(QFile::encodeName(page).constData());
-        QCOMPARE(result.files.size(), 1);
-        QVERIFY2(result.files.first().startsWith(folder + '/'), qPrintable(result.files.first()));
-        QVERIFY(result.files.first().endsWith(".png") && QFile::exists(result.files.first()));
-    }
-
     void twoHundredTemplates()
     {
         const QByteArray main = fileContent(paths::mainSettings());

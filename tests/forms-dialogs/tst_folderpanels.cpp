@@ -47,7 +47,6 @@ private slots:
         QVERIFY(freshRoot());
         QVERIFY(QDir().mkpath(defaultSaveFolder()));
         qputenv("XDG_DATA_HOME", QFile::encodeName(installRoot() + "data")); // of the trash
-        QVERIFY(QDir().mkpath(installRoot() + "data"));
     }
 
     void filesAreShownSortedAndWatched()
@@ -132,7 +131,7 @@ private slots:
         }
         QCOMPARE(fileContent(folder + "/two.jpg"), QByteArray("two.jpg"));
         rename(QStringLiteral("第一页 $(x).jpg"));
-        QTRY_VERIFY(names(*list).contains(QStringLiteral("第一页 $(x).jpg")));
+        QTRY_COMPARE(view.selectedFiles(), QStringList{folder + QStringLiteral("/第一页 $(x).jpg")});
         QCOMPARE(fileContent(folder + QStringLiteral("/第一页 $(x).jpg")), QByteArray("one.jpg"));
 
         // the trash takes it with all its content
@@ -144,7 +143,13 @@ private slots:
         const QString kept = installRoot() + "data/Trash/files/two.jpg";
         if (QFile::exists(kept)) // else it went to the disk's own trash
             QCOMPARE(fileContent(kept), QByteArray("two.jpg"));
+        QVERIFY(!QFile::exists("files/two.jpg"));
         QVERIFY(control<QLabel>(view, "messageLabel")->text().contains(QStringLiteral("回收站")));
+        qputenv("XDG_DATA_HOME", "/proc/none"); // no place for a trash: the file stays
+        select(*list, "three.jpg");
+        QTest::keyClick(list, Qt::Key_Delete);
+        QVERIFY(control<QLabel>(view, "messageLabel")->text().contains(QStringLiteral("无法移到回收站")));
+        QVERIFY(QFile::exists(folder + "/three.jpg"));
     }
 
     void panelsKeepTheirOwnSettings()
