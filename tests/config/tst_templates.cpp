@@ -144,6 +144,31 @@ private slots:
         QCOMPARE(templateState("kept"), TemplateState::Good);
     }
 
+    void readOnlyFoldersLoseNothing()
+    {
+        QVERIFY(storeTemplate("kept"));
+        storePaper(4);
+        const QByteArray live = fileContent(paths::mainSettings());
+        const QByteArray kept = fileContent(templateMainFile("kept"));
+        if (!ordinaryUserSeesRoot())
+            QSKIP("the build folder cannot be entered by an unprivileged user");
+        const auto allow = [](const QFile::Permissions& more) {
+            for (const QString& folder : {installRoot(), paths::templateFolder()})
+                QVERIFY(QFile::setPermissions(folder, more | QFile::ReadOwner | QFile::ExeOwner |
+                                                          QFile::ReadOther | QFile::ExeOther));
+        };
+        allow({});
+        const int done = asOrdinaryUser([] {
+            return storeTemplate("new") + 2 * storeTemplate("kept") + 4 * loadTemplate("kept") +
+                   8 * removeTemplate("kept") + 16 * restoreDefaultTemplate();
+        });
+        allow(QFile::WriteOwner);
+        QCOMPARE(done, 0);
+        QCOMPARE(fileContent(paths::mainSettings()), live);
+        QCOMPARE(fileContent(templateMainFile("kept")), kept);
+        QCOMPARE(templateNames(), (QStringList{defaultTemplate, "kept"}));
+    }
+
     void factoryStateOfTheDefault()
     {
         const QByteArray factory = fileContent(templateMainFile(defaultTemplate));
