@@ -18,9 +18,9 @@
 
 namespace {
 
-constexpr int kLeastColumns = 60; // of the help line: 30 Chinese characters
+constexpr int kLeastCharacters = 30; // Chinese ones in a row of the help line
 
-}
+} // namespace
 
 SettingsDialog::SettingsDialog(const QString& title, const QString& help, const QString& group,
                                QWidget* parent)
@@ -32,7 +32,7 @@ SettingsDialog::SettingsDialog(const QString& title, const QString& help, const 
     auto* line = new QLabel(help, this);
     line->setObjectName(QStringLiteral("helpLabel"));
     dialogparts::styleHelp(line);
-    line->setMinimumWidth(line->fontMetrics().averageCharWidth() * kLeastColumns);
+    line->setMinimumWidth(line->fontInfo().pixelSize() * kLeastCharacters);
     all->addWidget(line);
     all->addLayout(m_body, 1);
 }

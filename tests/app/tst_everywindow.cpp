@@ -86,6 +86,7 @@ void keepPicture(QWidget& window, const QString& name)
 void useDarkPalette()
 {
     QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
     dark.setColor(QPalette::Highlight, QColor(61, 174, 233));
     dark.setColor(QPalette::Link, QColor(61, 174, 233));
     dark.setColor(QPalette::ToolTipBase, dark.base().color());
