@@ -29,7 +29,7 @@ FolderPanel::FolderPanel(const Function& function, const QString& page, QWidget*
     auto* filesLayout = new QVBoxLayout(filesPage);
     filesLayout->addWidget(hint);
     filesLayout->addWidget(m_files, 1);
-    m_tabs->addTab(filesPage, tr("文件(&J)"));
+    m_tabs->addTab(filesPage, tr("文件(&1)"));
     auto* formPage = new QWidget(this);
     auto* formLayout = new QVBoxLayout(formPage);
     formLayout->setContentsMargins(6, 4, 6, 4);

@@ -409,8 +409,8 @@
 <context>
     <name>FolderPanel</name>
     <message>
-        <source>文件(&amp;J)</source>
-        <translation>Files (&amp;J)</translation>
+        <source>文件(&amp;1)</source>
+        <translation>Files (&amp;1)</translation>
     </message>
     <message>
         <source>扫描设定(&amp;Z)</source>
