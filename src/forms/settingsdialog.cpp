@@ -12,6 +12,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QSlider>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -124,6 +125,14 @@ void SettingsDialog::showStored()
         connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this, &SettingsDialog::valuesChanged);
     showNumbers();
     valuesChanged();
+}
+
+// The toolkit gives a first window at most two thirds of the screen, whatever wrapped texts need.
+void SettingsDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!event->spontaneous())
+        resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
 }
 
 void SettingsDialog::showNumbers()

@@ -28,6 +28,8 @@ public slots:
     void setDefaults(); // the group's factory values into the controls; nothing is stored
 
 protected:
+    void showEvent(QShowEvent* event) override;
+
     QVBoxLayout* body() const { return m_body; }
     SettingBinding& binding() { return m_binding; }
     const QString& group() const { return m_group; }
