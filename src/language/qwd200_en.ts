@@ -3434,7 +3434,7 @@ Import it?</translation>
     </message>
     <message>
         <source> 份</source>
-        <translation> copies</translation>
+        <translation> ×</translation>
     </message>
     <message>
         <source>纸张(&amp;P):</source>
