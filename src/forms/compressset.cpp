@@ -7,6 +7,7 @@
 #include "imaging/pagepipeline.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QLocale>
 #include <QSlider>
@@ -17,21 +18,24 @@ namespace {
 EffectPreview::Result compressed(const SamplePage& sample, const QString& folder, ColorMode mode,
                                  const QString& type, int value)
 {
-    const Effect effect = [=](ImageConvertFunction& library, MagickWand* image) {
-        PageOptions options;
-        options.colorMode = mode;
-        image = PagePipeline(library, {}).convertColorMode(image, options);
-        return library.imageCompress(image, type, QString::number(value));
+    const auto compression = [=](int strength) {
+        return [=](ImageConvertFunction& library, MagickWand* image) {
+            PageOptions options;
+            options.colorMode = mode;
+            image = PagePipeline(library, {}).convertColorMode(image, options);
+            return library.imageCompress(image, type, QString::number(strength));
+        };
     };
     const QString file = folder + QStringLiteral("after.") + type;
     EffectPreview::Result result;
-    if (!renderEffect(sample.detail, sample.dpi, effect, file))
+    if (!renderEffect(sample.detail, sample.dpi, compression(value), file))
         return result;
     result.picture.load(file);
-    const qint64 bytes = estimatedBytes(sample, effect, type, folder);
+    // a high level is too slow for a page on every move of the slider
+    const int quick = type == QLatin1String("png") ? qMin(value, 1) : value;
+    const qint64 bytes = estimatedBytes(sample, QFileInfo(file).size(), compression(quick), type, folder);
     if (bytes > 0)
-        result.text =
-            CompressSet::tr("这一页的文件约 %1。").arg(QLocale().formattedDataSize(bytes, 1));
+        result.text = CompressSet::tr("这一页的文件约 %1。").arg(QLocale().formattedDataSize(bytes, 1));
     return result;
 }
 

@@ -60,17 +60,16 @@ bool renderEffect(const QString& picture, double dpi, const Effect& effect, cons
     return false;
 }
 
-qint64 estimatedBytes(const SamplePage& sample, const Effect& effect, const QString& type,
+qint64 estimatedBytes(const SamplePage& sample, qint64 detailBytes, const Effect& effect, const QString& type,
                       const QString& folder)
 {
     const QString share = folder + QStringLiteral("share.bmp");
     const QString result = folder + QStringLiteral("measured.") + type;
     if (!writeShare(sample, share))
         return 0;
-    const qint64 detail = bytesOf(sample.detail, sample.dpi, effect, result);
     const qint64 page = bytesOf(sample.page, sample.pageDpi(), effect, result);
     const qint64 part = bytesOf(share, sample.pageDpi(), effect, result);
-    return part > 0 ? qRound64(double(detail) * double(page) / double(part)) : 0;
+    return part > 0 ? qRound64(double(detailBytes) * double(page) / double(part)) : 0;
 }
 
 bool countsAsBlank(const SamplePage& sample, int level)

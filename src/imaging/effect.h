@@ -17,10 +17,11 @@ using Effect = std::function<MagickWand*(ImageConvertFunction& library, MagickWa
 // written.
 bool renderEffect(const QString& picture, double dpi, const Effect& effect, const QString& result);
 
-// Bytes that the whole page would take in a file of this type after the effect, reckoned from the detail in
-// full resolution and from how the detail's share of the reduced page compares with all of it. 0: not known.
-// Uses `folder` (with "/") for its files.
-qint64 estimatedBytes(const SamplePage& sample, const Effect& effect, const QString& type,
+// Bytes that the whole page would take in a file of this type when the detail in full resolution takes
+// `detailBytes`, reckoned from how the detail's share of the reduced page compares with all of it. `effect`
+// makes those two; it may be a quicker one than the detail's, if its files compare in the same way. 0: not
+// known. Uses `folder` (with "/") for its files.
+qint64 estimatedBytes(const SamplePage& sample, qint64 detailBytes, const Effect& effect, const QString& type,
                       const QString& folder);
 
 // True when the page counts as blank at this level (1 to 15) of the setting.

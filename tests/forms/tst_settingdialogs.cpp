@@ -303,7 +303,10 @@ private slots:
         const Effect effect = [](ImageConvertFunction& library, MagickWand* image) {
             return library.imageCompress(image, "jpg", "5");
         };
-        const qint64 foretold = estimatedBytes(lastPage(), effect, "jpg", paths::tempFolder());
+        const QString detail = paths::tempFolder() + "detail.jpg";
+        QVERIFY(renderEffect(lastPage().detail, kDpi, effect, detail));
+        const qint64 foretold =
+            estimatedBytes(lastPage(), QFileInfo(detail).size(), effect, "jpg", paths::tempFolder());
         QVERIFY2(foretold > after / 2 && foretold < after * 2,
                  qPrintable(QString("%1 %2").arg(foretold).arg(after)));
     }
