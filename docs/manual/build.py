@@ -5,8 +5,8 @@
     build.py VERSION OUT.pdf
 
 A <dfn key="pinyin" as="entry">term</dfn> in the text becomes an entry of the index, sorted by the key, under the words
-of `as` (without them, the term itself); equal entries are one. The first row of a table is repeated on each page. A picture that a chapter names must be there: nothing is
-typeset with a gap. The same sources give the same bytes.
+of `as` (without them, the term itself); equal entries are one. The first row of a table is repeated on each page. A
+picture that a chapter names must be there: nothing is typeset with a gap. The same sources give the same bytes.
 """
 import html
 import os
@@ -18,7 +18,7 @@ import weasyprint
 
 os.environ.setdefault('SOURCE_DATE_EPOCH', '0')  # embedded fonts carry the time of their making
 HERE = Path(__file__).resolve().parent
-TREE = 'http://tree/'  # stands for the source folder: names in the PDF are made of addresses, and must not depend on the place
+TREE = 'http://tree/'  # the source folder: names in the PDF are made of addresses, and must not depend on the place
 HEADING = re.compile(r'<(h[12])>(.*?)</\1>', re.S)
 TERM = re.compile(r'<dfn key="([^"]*)"(?: as="([^"]*)")?>(.*?)</dfn>', re.S)
 HEAD_ROW = re.compile(r'(<table[^>]*>)\s*(<tr><th.*?</tr>)', re.S)
@@ -90,7 +90,8 @@ def main():
                 '<meta name="description" content="扫描、保存、识别、模板、故障与处理">'
                 '<link rel="stylesheet" href="manual.css"></head><body>'
                 + cover + contents_page(contents) + ''.join(chapters) + index_pages(terms) + '</body></html>')
-    weasyprint.HTML(string=document, base_url=TREE + 'docs/manual/', url_fetcher=fetch).write_pdf(output, optimize_size=('fonts', 'images'))
+    manual = weasyprint.HTML(string=document, base_url=TREE + 'docs/manual/', url_fetcher=fetch)
+    manual.write_pdf(output, optimize_size=('fonts', 'images'))
 
 
 if __name__ == '__main__':

@@ -203,8 +203,20 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", default="build", help="the build folder to take the programs from")
     parser.add_argument("--folder", default="/home/ScanDoc", help="what is shown as the save folder")
-    parser.add_argument("groups", nargs="*", metavar="GROUP", help="only these groups of pictures")
+    parser.add_argument("groups", nargs="*", metavar="GROUP", help="only these of " + ", ".join(SESSIONS))
     return parser.parse_args()
+
+
+def take_group(name, options, feeder):
+    try:
+        with Session(options.build, feeder, options.folder, **{"tray": False, **SESSIONS[name]}) as session:
+            session.prepare()
+            if name == "reader":
+                install_help(session)
+            session.start_program()
+            globals()[f"show_{name}"](Camera(session))
+    finally:
+        shutil.rmtree(options.folder, ignore_errors=True)
 
 
 def main():
@@ -215,15 +227,7 @@ def main():
     with tempfile.TemporaryDirectory() as feeder:
         reversed_stack(os.path.join(options.build, "samples"), feeder)
         for name in options.groups or SESSIONS:
-            try:
-                with Session(options.build, feeder, options.folder, **{"tray": False, **SESSIONS[name]}) as session:
-                    session.prepare()
-                    if name == "reader":
-                        install_help(session)
-                    session.start_program()
-                    globals()[f"show_{name}"](Camera(session))
-            finally:
-                shutil.rmtree(options.folder, ignore_errors=True)
+            take_group(name, options, feeder)
 
 
 if __name__ == "__main__":
