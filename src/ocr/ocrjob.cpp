@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ocr/ocrjob.h"
 
+#include "output/savefolder.h"
+
 #include "recognition/ocrengine.h"
 
 #include <QDir>
@@ -73,4 +75,10 @@ void PageLoop::overPages(const QStringList& files, const PageWork& work, OcrResu
     }
     if (!files.isEmpty() && result.unread.size() == files.size())
         result.problem = tr("页面图像无法读取");
+}
+
+QString PageLoop::cannotWrite(const QString& file, int error)
+{
+    return error == 0 ? tr("无法写入文件 %1").arg(file)
+                      : tr("无法写入文件 %1：%2").arg(file, writeProblem(error));
 }

@@ -4,6 +4,7 @@
 #include <QDebug>
 #include <QFile>
 #include <QSaveFile>
+#include <cerrno>
 #include <cstdio>
 
 namespace {
@@ -64,7 +65,8 @@ bool TextDocument::handleTxtOcrbycv(const QString& imageFile, int pageIndex, tes
     if (notes.cancelled)
         return true;
     const int written = writePageLines(textFile, lines);
-    qDebug() << "page" << pageIndex + 1 << "lines" << written;
+    if (written >= 0)
+        qDebug() << "page" << pageIndex + 1 << "lines" << written;
     m_anyText = m_anyText || written > 0;
     return written >= 0;
 }
@@ -76,7 +78,8 @@ OcrResult TextDocument::ocrProcess(const QStringList& files)
     m_loop.overPages(
         files,
         [&](const QString& file, int index, tesseract::TessBaseAPI* api, PageNotes& notes) {
-            m_failed = !handleTxtOcrbycv(file, index, api, result.file, notes) || m_failed;
+            errno = 0;
+            noteFailure(!handleTxtOcrbycv(file, index, api, result.file, notes));
         },
         result);
     if (result.problem.isEmpty() && !files.isEmpty())
@@ -84,16 +87,24 @@ OcrResult TextDocument::ocrProcess(const QStringList& files)
     return result;
 }
 
+void TextDocument::noteFailure(bool failed)
+{
+    if (failed && !m_failed)
+        m_error = errno;
+    m_failed = m_failed || failed;
+}
+
 void TextDocument::finish(int pageCount, OcrResult& result)
 {
     if (!m_anyText && !m_failed && !result.cancelled) {
         QSaveFile empty(result.file);
-        m_failed = !empty.open(QIODevice::WriteOnly) || !empty.commit();
+        errno = 0;
+        noteFailure(!empty.open(QIODevice::WriteOnly) || !empty.commit());
         result.saved = !m_failed;
         result.notices << tr("未识别到文字");
     }
     if (m_failed)
-        result.problem = tr("无法写入文件 %1").arg(result.file);
+        result.problem = PageLoop::cannotWrite(result.file, m_error);
     result.saved = !m_failed && (result.saved || m_anyText);
     if (pageCount > 1 && m_anyText)
         result.notices << tr("纯文本仅保留最后一页");

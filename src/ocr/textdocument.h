@@ -23,11 +23,13 @@ public:
                           const QString& textFile, PageNotes& notes);
 
 private:
+    void noteFailure(bool failed); // with errno, when it did
     void finish(int pageCount, OcrResult& result);
 
     PageLoop m_loop;
     bool m_anyText = false;
     bool m_failed = false;
+    int m_error = 0; // errno of the first failure
 };
 
 // Appends the text and a line end to the file (UTF-8). False when that failed.

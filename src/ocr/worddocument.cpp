@@ -9,6 +9,7 @@
 #include <QSaveFile>
 #include <QTextStream>
 #include <QUuid>
+#include <cerrno>
 
 namespace {
 
@@ -31,9 +32,10 @@ OcrResult WordDocument::xmltowordpages(const QStringList& files)
     QSaveFile file(result.file);
     if (files.isEmpty())
         return result;
+    errno = 0;
     // Opened first: nobody should wait for pages that cannot be saved.
     if (!file.open(QIODevice::WriteOnly)) {
-        result.problem = tr("无法写入文件 %1").arg(result.file);
+        result.problem = PageLoop::cannotWrite(result.file, errno);
         return result;
     }
     m_loop.overPages(
@@ -49,7 +51,7 @@ OcrResult WordDocument::xmltowordpages(const QStringList& files)
     finishBody();
     result.saved = save(file);
     if (!result.saved)
-        result.problem = tr("无法写入文件 %1").arg(result.file);
+        result.problem = PageLoop::cannotWrite(result.file, errno);
     else if (!m_anyBox)
         result.notices << tr("未识别到文字");
     return result;
@@ -128,9 +130,9 @@ bool WordDocument::save(QSaveFile& file)
 {
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
+    errno = 0;
     m_document.save(stream, kIndent, QDomNode::EncodingFromTextStream);
     stream.flush();
-    const bool good = stream.status() == QTextStream::Ok && file.flush() && file.commit();
     qDebug() << "out over";
-    return good;
+    return stream.status() == QTextStream::Ok && file.flush() && file.commit();
 }

@@ -35,6 +35,7 @@ public:
             return tr("磁盘空间不足");
         case ENOTDIR:
         case EEXIST:
+        case EISDIR:
             return tr("路径中有同名文件");
         case ENAMETOOLONG:
             return tr("路径过长");
