@@ -1112,8 +1112,8 @@
         <translation>Maintenance</translation>
     </message>
     <message>
-        <source>待机调整(&amp;D)</source>
-        <translation>Stan&amp;dby</translation>
+        <source>待机调整(&amp;Y)</source>
+        <translation>Standb&amp;y</translation>
     </message>
     <message>
         <source>扫描仪空闲一段时间后可以自动进入待机，节省电能。选好后点击“发送到扫描仪”，设置才会生效。选择“立即休眠”时，扫描仪一分钟后进入待机。</source>

@@ -43,6 +43,30 @@ void checkLabels(const QWidget& window)
     }
 }
 
+// No two things that are on show at once answer to one access key.
+void checkAccessKeys(const QWidget& window)
+{
+    QMultiMap<QString, QString> keys;
+    const auto add = [&keys](const QString& text) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (!key.isEmpty())
+            keys.insert(key, text);
+    };
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &window || widget->inherits("QLineEdit"))
+            continue;
+        add(widget->property("text").toString());
+        add(widget->property("title").toString());
+        if (const auto* tabs = qobject_cast<const QTabBar*>(widget))
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                add(tabs->tabText(tab));
+    }
+    for (const QString& key : keys.uniqueKeys())
+        QVERIFY2(keys.count(key) == 1,
+                 qPrintable(QString("%1: %2: %3")
+                                .arg(window.metaObject()->className(), key, keys.values(key).join(", "))));
+}
+
 // Texts have the room that they need.
 bool hasRoom(const QWidget& widget)
 {
@@ -125,6 +149,7 @@ private:
                 tabs->setCurrentIndex(page);
             checkReachable(window);
             checkLabels(window);
+            checkAccessKeys(window);
             checkRoom(window);
             if (language::isEnglish())
                 checkEnglish(window);
