@@ -1666,6 +1666,14 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
         <source>页面图像无法读取</source>
         <translation>The page image cannot be read</translation>
     </message>
+    <message>
+        <source>无法写入文件 %1</source>
+        <translation>Cannot write the file %1</translation>
+    </message>
+    <message>
+        <source>无法写入文件 %1：%2</source>
+        <translation>Cannot write the file %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>PagePipeline</name>
@@ -2207,10 +2215,6 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     <message>
         <source>未识别到文字</source>
         <translation>No text recognized</translation>
-    </message>
-    <message>
-        <source>无法写入文件 %1</source>
-        <translation>Cannot write the file %1</translation>
     </message>
     <message>
         <source>纯文本仅保留最后一页</source>
@@ -3212,10 +3216,6 @@ Import it?</translation>
 </context>
 <context>
     <name>WordDocument</name>
-    <message>
-        <source>无法写入文件 %1</source>
-        <translation>Cannot write the file %1</translation>
-    </message>
     <message>
         <source>未识别到文字</source>
         <translation>No text recognized</translation>
