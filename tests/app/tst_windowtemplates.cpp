@@ -67,21 +67,15 @@ private:
     QStringList state()
     {
         QStringList all;
-        const auto add = [&all](const QWidget* widget, const QString& value) {
-            all << QStringLiteral("%1/%2=%3").arg(all.size()).arg(widget->objectName(), value);
-        };
-        for (QWidget* widget : controls()) {
-            if (auto* button = qobject_cast<QAbstractButton*>(widget); button && button->isCheckable())
-                add(button, QString::number(button->isChecked()));
-            else if (auto* combo = qobject_cast<QComboBox*>(widget);
-                     combo && combo->objectName() != "sortComboBox")
-                add(combo,
-                    combo->isEditable() ? combo->currentText() : QString::number(combo->currentIndex()));
-            else if (auto* slider = qobject_cast<QSlider*>(widget))
-                add(slider, QString::number(slider->value()));
-            else if (auto* label = qobject_cast<QLabel*>(widget);
-                     label && label->objectName().contains("Rotation"))
-                add(label, label->text() + QString::number(label->testAttribute(Qt::WA_ForceDisabled)));
+        for (const QWidget* widget : controls()) {
+            const auto* button = qobject_cast<const QAbstractButton*>(widget);
+            const bool turn = widget->objectName().contains("Rotation");
+            if ((button && button->isCheckable()) || widget->inherits("QSlider") || turn ||
+                (widget->inherits("QComboBox") && widget->objectName() != "sortComboBox"))
+                all << QString("%1/%2=%3 %4")
+                           .arg(all.size())
+                           .arg(widget->objectName(), valueOf(*widget))
+                           .arg(turn && widget->testAttribute(Qt::WA_ForceDisabled));
         }
         for (const char* name : {"templetBtncomboBox_3", "templetBtncomboBox"})
             all << control<QComboBox>(name)->currentText();

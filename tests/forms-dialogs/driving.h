@@ -96,6 +96,16 @@ void inModal(const std::function<void(D&)>& work)
     timer->start(5);
 }
 
+// What an input shows, as text to compare.
+inline QString valueOf(const QWidget& input)
+{
+    const bool typed = input.inherits("QComboBox") && input.property("editable").toBool();
+    for (const char* property : {typed ? "currentText" : "currentIndex", "value", "checked", "text"})
+        if (input.metaObject()->indexOfProperty(property) >= 0)
+            return input.property(property).toString();
+    return {};
+}
+
 // 9 point at the 96 dpi of a usual screen, whatever the platform plugin counts as an inch.
 inline void useUsualFont()
 {

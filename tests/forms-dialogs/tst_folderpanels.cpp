@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/freshroot.h"
-#include "config/settingsfile.h"
 #include "driving.h"
 #include "forms/foldermodel.h"
 #include "forms/folderview.h"
-#include "forms/functioncontrols.h"
-#include "forms/panels.h"
 
 #include <QDesktopServices>
 #include <QImage>
 #include <QMimeData>
-#include <QSlider>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeView>
 
@@ -150,31 +145,6 @@ private slots:
         QTest::keyClick(list, Qt::Key_Delete);
         QVERIFY(control<QLabel>(view, "messageLabel")->text().contains(QStringLiteral("无法移到回收站")));
         QVERIFY(QFile::exists(folder + "/three.jpg"));
-    }
-
-    void panelsKeepTheirOwnSettings()
-    {
-        filepanel panel("File");
-        auto* tabs = panel.findChild<QTabWidget*>();
-        tabs->setCurrentIndex(1);
-        panel.resize(1080, 560);
-        open(panel);
-        checkReachable(panel);
-        control<QSlider>(panel, "lightnessSlider")->setValue(-11);
-        control<QComboBox>(panel, "fileTypeComboBox")->setCurrentIndex(2);
-        control<QComboBox>(panel, "applicationComboBox")->setEditText("/home/elsewhere");
-        QCOMPARE(control<FolderView>(panel, "folderView")->folder(), QStringLiteral("/home/elsewhere"));
-        QVERIFY(panel.writeIni());
-        QCOMPARE(openMainSettings()->value("File_File/lightness").toInt(), -11);
-        QCOMPARE(openPathSettings()->value("File_File_FilePath/savepath").toString(),
-                 QStringLiteral("/home/elsewhere"));
-        QVERIFY(panel.matches(*openMainSettings(), *openPathSettings()));
-        control<QSlider>(panel, "lightnessSlider")->setValue(1);
-        QVERIFY(!panel.matches(*openMainSettings(), *openPathSettings()));
-        panel.readIni();
-        QCOMPARE(control<QSlider>(panel, "lightnessSlider")->value(), -11);
-        QCOMPARE(panel.functionControls().pageOptions(false).saveType, QStringLiteral("png"));
-        QCOMPARE(panel.functionControls().pageOptions(false).folder, QStringLiteral("/home/elsewhere/"));
     }
 };
 

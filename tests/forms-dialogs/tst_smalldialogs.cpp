@@ -8,23 +8,6 @@ class SmallDialogsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void turnsAreChosen()
-    {
-        RotateSet dialog(RotationChoice(), ScanSides::Both);
-        open(dialog);
-        QVERIFY(!control<QWidget>(dialog, "frontTurn1")->isEnabled());
-        click(dialog, "fixedButton");
-        checkReachable(dialog);
-        click(dialog, "frontTurn1");
-        QTest::keyClick(&dialog, Qt::Key_8, Qt::AltModifier);
-        QCOMPARE(dialog.choice().front, 1);
-        QCOMPARE(dialog.choice().back, 3);
-        click(dialog, "automaticButton");
-        press(dialog, QDialogButtonBox::Ok);
-        QVERIFY(dialog.choice().automatic);
-        QCOMPARE(dialog.choice().front, 1); // kept for the next time
-    }
-
     void onlyScannedSidesAreOffered()
     {
         for (const ScanSides sides : {ScanSides::Front, ScanSides::Back}) {

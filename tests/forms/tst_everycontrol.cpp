@@ -40,15 +40,6 @@ QVector<QWidget*> inputs(const QWidget& window)
     return all;
 }
 
-QString valueOf(const QWidget& input)
-{
-    const bool typed = input.inherits("QComboBox") && input.property("editable").toBool();
-    for (const char* property : {typed ? "currentText" : "currentIndex", "value", "checked", "text"})
-        if (input.metaObject()->indexOfProperty(property) >= 0)
-            return input.property(property).toString();
-    return {};
-}
-
 QStringList state(const QWidget& window)
 {
     QStringList all;
