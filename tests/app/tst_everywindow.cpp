@@ -109,8 +109,8 @@ void keepPicture(QWidget& window, const QString& name)
 
 void useDarkPalette()
 {
-    QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
-    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(25, 25, 25));
     dark.setColor(QPalette::Highlight, QColor(61, 174, 233));
     dark.setColor(QPalette::Link, QColor(61, 174, 233));
     dark.setColor(QPalette::ToolTipBase, dark.base().color());
@@ -137,7 +137,7 @@ class TestEveryWindow : public WindowFixture
     Q_OBJECT
 
 private:
-    QStringList m_seen; // class name and size of the windows that were checked
+    QStringList m_seen; // class name and content of the windows that were checked
     QSet<QAbstractButton*> m_pressed;
 
     // Checks what the window shows of itself, tab by tab, and all that opens behind it there.
@@ -160,11 +160,11 @@ private:
 
     void visit(QWidget* window)
     {
-        // Of another size it shows other things: both sides of a sheet, a document's settings.
-        const QString name = QString("%1 %2x%3")
-                                 .arg(window->metaObject()->className())
-                                 .arg(window->width())
-                                 .arg(window->height());
+        // With more or less in it, it is another one: both sides of a sheet, a document's settings.
+        int shown = 0;
+        for (const QWidget* widget : window->findChildren<QWidget*>())
+            shown += widget->isVisible() ? 1 : 0;
+        const QString name = QString("%1 %2").arg(window->metaObject()->className()).arg(shown);
         if (!isForeign(window) && !m_seen.contains(name)) {
             m_seen << name;
             check(*window, name);
