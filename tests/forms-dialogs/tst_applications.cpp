@@ -3,7 +3,6 @@
 #include "driving.h"
 #include "forms/append.h"
 #include "forms/desktopentrydialog.h"
-#include "forms/templatename.h"
 #include "imageconvert/launcher.h"
 
 #include <QListWidget>
@@ -139,11 +138,6 @@ private slots:
         presets->setFocus();
         QTest::keyClick(presets, Qt::Key_Down); // the desktop's default
         QCOMPARE(filled.entry(), (AppEntry{QStringLiteral("系统默认程序"), QString()}));
-        checkReachable(filled);
-        filled.hide();
-        TemplateName name("a", [](const QString&) { return false; });
-        open(name);
-        checkReachable(name);
     }
 
     void aListOfEntriesIsChosenFrom()

@@ -38,7 +38,6 @@ private slots:
         click(dialog, "dateAndtimeCheckBox");
         click(dialog, "usrRadioButton");
         click(dialog, "usrDefineCheckBox");
-        checkReachable(dialog);
         press(dialog, QDialogButtonBox::Ok);
         for (const char* used : {"yearState", "separatorState", "systemState", "startState"})
             QCOMPARE(stored("Scan_Scan", used), QString("true"));
@@ -54,7 +53,6 @@ private slots:
         pick(dialog, "saveFileComboBox", "前缀和编号");
         type(dialog, "nameEdit", "page-");
         control<QSpinBox>(dialog, "lengthSpinBox")->setValue(3);
-        checkReachable(dialog);
         inModal<fileNameSet>([](fileNameSet& names) {
             type(names, "startEdit", "7");
             click(names, "messgBoxCheckBox");

@@ -29,7 +29,6 @@ private slots:
         wholesetpanel dialog;
         QSignalSpy written(&dialog, &wholesetpanel::settingsWritten);
         open(dialog);
-        checkReachable(dialog);
         auto* strength = control<QSlider>(dialog, "delValue");
         QTest::keyClick(strength, Qt::Key_End);
         QTest::keyClick(control<QSlider>(dialog, "enhanceValue"), Qt::Key_Home);
@@ -89,7 +88,6 @@ private slots:
             wholesetpanel dialog;
             open(dialog);
             control<QTabWidget>(dialog, "pages")->setCurrentIndex(1);
-            checkReachable(dialog);
             if (control<QCheckBox>(dialog, "autostart")->isChecked() != on)
                 click(dialog, "autostart");
             press(dialog, QDialogButtonBox::Ok);

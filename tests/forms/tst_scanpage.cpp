@@ -225,11 +225,8 @@ private slots:
         } bad[] = {{keys::scanMode, 3, c.colorMode, "currentIndex", 2},
                    {keys::paperSize, 99, c.paperSize, "currentIndex", 5},
                    {keys::scanType, -1, c.source, "currentIndex", 1},
-                   {keys::resolution, "abc", c.resolution, "currentIndex", 3},
                    {keys::lightness, 5000, c.lightness, "value", 15},
-                   {keys::contrast, "1e3", c.contrast, "value", 35},
                    {keys::gamma, "nan", c.gamma, "value", 120},
-                   {keys::autoCrowed, "maybe", c.autoCrowed, "checked", true},
                    {keys::filter, QStringList{"a", "b"}, c.filter, "currentIndex", 0},
                    {keys::pageSetFrontText, 12, c.frontRotation, "text", "正面旋转0°"},
                    {keys::selfResolution, "99999", c.resolutionText, "text", "300"}};
