@@ -225,6 +225,7 @@ private slots:
         } bad[] = {{keys::scanMode, 3, c.colorMode, "currentIndex", 2},
                    {keys::paperSize, 99, c.paperSize, "currentIndex", 5},
                    {keys::scanType, -1, c.source, "currentIndex", 1},
+                   {keys::resolution, "abc", c.resolution, "currentIndex", 3},
                    {keys::lightness, 5000, c.lightness, "value", 15},
                    {keys::gamma, "nan", c.gamma, "value", 120},
                    {keys::filter, QStringList{"a", "b"}, c.filter, "currentIndex", 0},
