@@ -119,9 +119,9 @@ void useDarkPalette()
 }
 
 // The tabs of what is on show; null: none.
-QTabWidget* shownTabs(const QWidget& window)
+QTabWidget* shownTabs(const QWidget& part)
 {
-    for (QTabWidget* tabs : window.findChildren<QTabWidget*>())
+    for (QTabWidget* tabs : part.findChildren<QTabWidget*>())
         if (tabs->isVisible())
             return tabs;
     return nullptr;
@@ -140,22 +140,25 @@ private:
     QStringList m_seen; // class name and content of the windows that were checked
     QSet<QAbstractButton*> m_pressed;
 
-    // Checks what the window shows of itself, tab by tab, and all that opens behind it there.
-    void check(QWidget& window, const QString& name)
+    // Checks what the window shows of itself, tab by tab and those within them, and all that opens behind it
+    // there. `part`: where tabs are looked for.
+    void check(QWidget& window, const QWidget& part, const QString& name)
     {
-        QTabWidget* tabs = shownTabs(window);
-        for (int page = 0; page < (tabs ? tabs->count() : 1); ++page) {
-            if (tabs)
+        if (QTabWidget* tabs = shownTabs(part)) {
+            for (int page = 0; page < tabs->count(); ++page) {
                 tabs->setCurrentIndex(page);
-            checkReachable(window);
-            checkLabels(window);
-            checkAccessKeys(window);
-            checkRoom(window);
-            if (language::isEnglish())
-                checkEnglish(window);
-            keepPicture(window, tabs ? name + QString("-%1").arg(page) : name);
-            openAllBehind(window);
+                check(window, *tabs->currentWidget(), name + QString("-%1").arg(page));
+            }
+            return;
         }
+        checkReachable(window);
+        checkLabels(window);
+        checkAccessKeys(window);
+        checkRoom(window);
+        if (language::isEnglish())
+            checkEnglish(window);
+        keepPicture(window, name);
+        openAllBehind(window);
     }
 
     void visit(QWidget* window)
@@ -167,7 +170,7 @@ private:
         const QString name = QString("%1 %2").arg(window->metaObject()->className()).arg(shown);
         if (!isForeign(window) && !m_seen.contains(name)) {
             m_seen << name;
-            check(*window, name);
+            check(*window, *window, name);
         }
         if (auto* dialog = qobject_cast<QDialog*>(window))
             dialog->reject();
@@ -257,7 +260,7 @@ private slots:
                     for (QRadioButton* side : m_window->findChildren<QRadioButton*>())
                         if (side->isVisible() && side->objectName().startsWith("double"))
                             side->click();
-                check(*m_window, QString("%1 %2").arg(page).arg(index));
+                check(*m_window, *m_window, QString("%1 %2").arg(page).arg(index));
             }
         }
         m_seen.sort();
