@@ -7,6 +7,7 @@
 #include "forms/templatename.h"
 
 #include <QCheckBox>
+#include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QSlider>
@@ -212,6 +213,22 @@ private slots:
         QCOMPARE(listed(), QStringList{defaultTemplate});
         QVERIFY(!QFile::exists(templateMainFile("gone")) && !QFile::exists(templatePathFile("gone")));
         QCOMPARE(control<QSlider>("lightnessSlider_5")->value(), 15);
+    }
+
+    void theDefaultComesBackToFactoryState()
+    {
+        auto* lightness = control<QSlider>("lightnessSlider_5");
+        lightness->setValue(-40);
+        control<QPushButton>("applyPushButton")->click();
+        const auto restore = [this](QMessageBox::StandardButton button) {
+            answer(button);
+            control<QPushButton>("templateMenuBtn")->menu()->actions().constLast()->trigger();
+        };
+        restore(QMessageBox::No);
+        QCOMPARE(lightness->value(), -40);
+        restore(QMessageBox::Yes);
+        QCOMPARE(lightness->value(), 15);
+        QVERIFY(!isMarked());
     }
 
     void theTemplateToStartWith()
