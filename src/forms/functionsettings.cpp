@@ -53,7 +53,8 @@ void FunctionSettings::bindTurn(const char* codeKey, const char* textKey, const 
                                                                 : ScanPageLogic::rotationCode(text));
         },
         [=] { return m_logic.rotation(side); });
-    m_binding.bind(textKey, {}, [=] { return ScanPageLogic::storedRotationText(side, m_logic.rotation(side)); });
+    m_binding.bind(textKey, {},
+                   [=] { return ScanPageLogic::storedRotationText(side, m_logic.rotation(side)); });
     m_binding.bind(
         usedKey, [=](const QSettings& settings) { label->setEnabled(readBool(settings, usedKey)); },
         [=] { return isUsable(label); });

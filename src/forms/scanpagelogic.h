@@ -103,8 +103,8 @@ public:
     void setCustomResolutionText(const QString& text); // an unusable text becomes "300"
     QString resolutionStoredText() const;              // "100" to "600" or "自定义", in every language
 
-    // The text of a rotation label, for example "正面左转90°", as shown and as stored: the stored one is Chinese
-    // in every language.
+    // The text of a rotation label, for example "正面左转90°", as shown and as stored: the stored one is
+    // Chinese in every language.
     static QString rotationText(Side side, int code);
     static QString storedRotationText(Side side, int code);
     // The code of a stored text; any text that is not one of the first three counts as 3.
