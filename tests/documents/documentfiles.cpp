@@ -68,8 +68,8 @@ QList<cv::Mat> DocumentFiles::drawnPdf(const QString& name, int dpi) const
 
 QList<cv::Mat> DocumentFiles::drawnOfd(const QString& name, int dpi) const
 {
-    const QByteArray said = run("/usr/bin/python3", {qEnvironmentVariable("OFD_RENDER"), "--strict", "--dpi",
-                                                     QString::number(dpi), "--out", "drawn", name});
+    const QByteArray said =
+        run("/usr/bin/python3", {qEnvironmentVariable("OFD_RENDER"), name, QString::number(dpi), "drawn"});
     if (!said.isEmpty()) {
         qWarning("%s", said.constData());
         return {};

@@ -1,24 +1,20 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""ofdrender.py FILE.ofd [--strict] [--dpi N] [--out PREFIX]: draws the pages of an OFD document as PREFIX-001.png, ...
+"""ofdrender.py FILE.ofd DPI PREFIX: draws the pages of an OFD document of pictures as PREFIX-001.png, ...
 
 An own small reader for tests: it takes the document apart as strict readers do, keeps boxes in millimetres, and
-draws pictures and text where they say. What such readers would refuse or lose is listed in `problems`; without
---out these are printed, and the text of each page. --strict also wants well-formed XML and IDs that are unique.
+draws pictures where they say. What such readers would refuse or lose is told on the error stream.
 """
-import argparse
 import io
 import posixpath
-import re
 import sys
 import xml.etree.ElementTree as ElementTree
 import zipfile
 from dataclasses import dataclass, field
 
-from PIL import Image, ImageDraw, ImageFont
+from PIL import Image
 
 OFD = "{http://www.ofdspec.org/2016}"
-FONT = "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc"
 MM_PER_INCH = 25.4
 
 
@@ -31,69 +27,32 @@ class Picture:
 
 
 @dataclass
-class Text:
-    boundary: list
-    size: float     # millimetres
-    colour: tuple
-    characters: list = field(default_factory=list)  # (left, baseline, character), millimetres on the page
-
-    @property
-    def text(self):
-        return "".join(character for _, _, character in self.characters)
-
-
-@dataclass
 class Page:
     size: tuple     # width, height in millimetres
-    objects: list = field(default_factory=list)
-
-    @property
-    def pictures(self):
-        return [item for item in self.objects if isinstance(item, Picture)]
-
-    @property
-    def texts(self):
-        return [item for item in self.objects if isinstance(item, Text)]
+    pictures: list = field(default_factory=list)
 
 
 def numbers(text):
     return [float(word) for word in text.split()]
 
 
-def advances(text):
-    """The values of DeltaX; "g N V" stands for N times V."""
-    words, values = text.split(), []
-    while words:
-        if words[0] == "g":
-            values += [float(words[2])] * int(words[1])
-            del words[:3]
-        else:
-            values.append(float(words.pop(0)))
-    return values
-
-
 class OfdDocument:
-    """`strict`: XML must be well-formed and IDs unique; otherwise a bare "&" is taken as it stands."""
-
-    def __init__(self, path, strict=True):
-        self.strict = strict
+    def __init__(self, path):
         self.problems = []
         self.zip = zipfile.ZipFile(path)
         self.names = self.zip.namelist()
         self._check_names()
-        info = self.root("OFD.xml").find(f"{OFD}DocBody/{OFD}DocInfo")
-        self.info = {child.tag[len(OFD):]: child.text for child in info}
         place = self.root("OFD.xml").findtext(f"{OFD}DocBody/{OFD}DocRoot")
         document = self.root(place)
         self.max_id = int(document.findtext(f"{OFD}CommonData/{OFD}MaxUnitID"))
         self.ids = []
         self.area = self._area(document.find(f"{OFD}CommonData/{OFD}PageArea"))
-        self.media, self.fonts = {}, set()
+        self.media = {}
         for res in document.findall(f"{OFD}CommonData/{OFD}DocumentRes"):
             self._read_resources(self.resolve(place, res.text))
         self.pages = [self._page(self.resolve(place, page.get("BaseLoc")), page)
                       for page in document.iter(f"{OFD}Page")]
-        if strict and (len(set(self.ids)) != len(self.ids) or max(self.ids) > self.max_id):
+        if len(set(self.ids)) != len(self.ids) or max(self.ids) > self.max_id:
             self.problems.append("IDs repeat or exceed MaxUnitID")
 
     def _check_names(self):
@@ -115,10 +74,7 @@ class OfdDocument:
         return path
 
     def root(self, name):
-        text = self.zip.read(name).decode("utf-8")
-        if not self.strict:
-            text = re.sub(r"&(?!(?:amp|lt|gt|quot|apos|#\d+|#x[0-9a-fA-F]+);)", "&amp;", text)
-        return ElementTree.fromstring(text)
+        return ElementTree.fromstring(self.zip.read(name))
 
     @staticmethod
     def _area(element):
@@ -129,7 +85,6 @@ class OfdDocument:
     def _read_resources(self, name):
         res = self.root(name)
         base = posixpath.join(posixpath.dirname(name), res.get("BaseLoc"), "x")
-        self.fonts |= {font.get("ID") for font in res.iter(f"{OFD}Font")}
         for medium in res.iter(f"{OFD}MultiMedia"):
             self.ids.append(int(medium.get("ID")))
             self.media[medium.get("ID")] = self.resolve(base, medium.findtext(f"{OFD}MediaFile"))
@@ -144,9 +99,7 @@ class OfdDocument:
             for element in layer:
                 self.ids.append(int(element.get("ID")))
                 if element.tag == f"{OFD}ImageObject":
-                    page.objects.append(self._picture(name, element))
-                elif element.tag == f"{OFD}TextObject":
-                    page.objects.append(self._text(name, element))
+                    page.pictures.append(self._picture(name, element))
         return page
 
     def _picture(self, part, element):
@@ -156,33 +109,12 @@ class OfdDocument:
         return Picture(numbers(element.get("Boundary")), numbers(element.get("CTM", "1 0 0 1 0 0")),
                        self.zip.read(name) if name in self.names else b"", name)
 
-    def _text(self, part, element):
-        boundary = numbers(element.get("Boundary"))
-        colour = element.find(f"{OFD}FillColor")
-        text = Text(boundary, float(element.get("Size")),
-                    tuple(int(v) for v in numbers(colour.get("Value"))) if colour is not None else (0, 0, 0))
-        if element.get("Font") not in self.fonts:
-            self.problems.append(f"{part}: unknown font {element.get('Font')}")
-        for code in element.findall(f"{OFD}TextCode"):
-            characters = code.text or ""
-            steps = advances(code.get("DeltaX", ""))
-            if len(steps) != max(0, len(characters) - 1):
-                self.problems.append(f"{part}: {len(characters)} characters have {len(steps)} advances")
-            x = boundary[0] + float(code.get("X"))
-            for i, character in enumerate(characters):
-                text.characters.append((x, boundary[1] + float(code.get("Y")), character))
-                x += steps[i] if i < len(steps) else 0
-        return text
-
     def render(self, index, dpi):
         """A page as an RGB picture on white."""
         page, scale = self.pages[index], dpi / MM_PER_INCH
         paper = Image.new("RGB", tuple(max(1, round(side * scale)) for side in page.size), "white")
-        for item in page.objects:
-            if isinstance(item, Picture):
-                self._draw_picture(paper, item, scale)
-            else:
-                self._draw_text(paper, item, scale)
+        for item in page.pictures:
+            self._draw_picture(paper, item, scale)
         return paper
 
     @staticmethod
@@ -197,28 +129,12 @@ class OfdDocument:
         drawn = drawn.crop((0, 0, min(size[0], clip[2]), min(size[1], clip[3])))
         paper.paste(drawn, (round((left + e) * scale), round((top + f) * scale)))
 
-    @staticmethod
-    def _draw_text(paper, item, scale):
-        font = ImageFont.truetype(FONT, max(1, round(item.size * scale)))
-        draw = ImageDraw.Draw(paper)
-        for left, baseline, character in item.characters:
-            draw.text((left * scale, baseline * scale), character, font=font, fill=item.colour, anchor="ls")
-
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("file")
-    parser.add_argument("--dpi", type=float, default=100)
-    parser.add_argument("--out")
-    parser.add_argument("--strict", action="store_true")
-    options = parser.parse_args()
-    document = OfdDocument(options.file, options.strict)
-    for number, page in enumerate(document.pages):
-        if options.out:
-            document.render(number, options.dpi).save(f"{options.out}-{number + 1:03}.png")
-        else:
-            print(f"page {number + 1}: {page.size[0]:g} x {page.size[1]:g} mm, {len(page.pictures)} pictures")
-            print("".join(f"{text.text}\n" for text in page.texts), end="")
+    path, dpi, prefix = sys.argv[1:]
+    document = OfdDocument(path)
+    for number in range(len(document.pages)):
+        document.render(number, float(dpi)).save(f"{prefix}-{number + 1:03}.png")
     for problem in document.problems:
         print(f"problem: {problem}", file=sys.stderr)
     return 1 if document.problems else 0

@@ -19,7 +19,6 @@ private slots:
 
     void settingsOfItsOwnComeBackInBothGroups()
     {
-        keysOfBothPagesAreWritten("PDF");
         put({{"File_PDF/gamma", 85}, {"File_PDF/fileBW", 2}});
         restart("File");
         QVERIFY(panel->fileWriteIni());
