@@ -18,7 +18,6 @@ private slots:
 
     void settingsOfItsOwnComeBackInBothGroups()
     {
-        keysOfBothPagesAreWritten("OCR");
         put({{"File_OCR/docType", 1}, {"File_OCR/resolution", 2}, {"File_OCR/split", true}});
         restart("File");
         QVERIFY(panel->fileWriteIni());
@@ -55,13 +54,13 @@ private slots:
         scanTwo();
         QCOMPARE(texts(words), (QStringList{"正在准备扫描", "正在处理第1张图像", "正在处理第2张图像",
                                             "正在识别第1张图像", "正在识别第2张图像", "1234"}));
-        QVERIFY2(host->board.problems().contains(QStringLiteral("未识别到文字")),
+        QVERIFY2(host->board.problems().contains(QString("未识别到文字")),
                  qPrintable(host->board.problems()));
         scanTwo();
         put({{"Scan_OCR/cover", true}});
         scanTwo();
         QCOMPARE(saved(), (QStringList{"稿-1.txt", "稿.txt"}));
-        QCOMPARE(stored("Scan_OCR/start"), QStringLiteral("44"));
+        QCOMPARE(stored("Scan_OCR/start"), QString("44"));
         QVERIFY(pageFiles().isEmpty() && QDir(paths::tempFolder()).entryList({"page-*"}).isEmpty());
     }
 
@@ -71,8 +70,8 @@ private slots:
         scanTwo(4); // shown three times for the pages, then for each that is read
         QCOMPARE(pageFiles().size(), 2);
         QVERIFY(host->pagesLeft && saved().isEmpty());
-        QVERIFY2(host->summary.contains(QStringLiteral("2 页")), qPrintable(host->summary));
-        QCOMPARE(stored("Scan_OCR/start"), QStringLiteral("1"));
+        QVERIFY2(host->summary.contains(QString("2 页")), qPrintable(host->summary));
+        QCOMPARE(stored("Scan_OCR/start"), QString("1"));
     }
 
     void documentThatCannotBeWrittenKeepsItsPages()
@@ -81,7 +80,7 @@ private slots:
         scanTwo();
         QCOMPARE(QDir(paths::tempFolder() + "failed-image").entryList(QDir::Files),
                  (QStringList{"page-0001.png", "page-0002.png"}));
-        QVERIFY2(host->board.problems().contains(QStringLiteral("failed-image")),
+        QVERIFY2(host->board.problems().contains(QString("failed-image")),
                  qPrintable(host->board.problems()));
         QFile::remove(defaultSaveFolder());
     }
