@@ -4,9 +4,9 @@
 #include "device/functionalapp.h"
 #include "device/usb_communicate.h"
 #include "forms-dialogs/driving.h"
+#include "virtual-scanner/daemonfixture.h"
 
 #include <QMessageBox>
-#include <QProcess>
 
 class VirtualMaintenanceTest : public QObject
 {
@@ -45,6 +45,10 @@ private slots:
         vscan("replug");
         page.getScannerPrimiters();
         QCOMPARE(shown(page), QString("1, 2, 3, 正常"));
+        vscan("usb claim-busy 1"); // another program has the interface
+        QCOMPARE(page.setSleepTime(15), usb_communicate::WriteFailed);
+        vscan("usb claim-busy 0");
+        QCOMPARE(page.setSleepTime(15), usb_communicate::Done);
     }
 
     void lateShortAndSilentReplies()
@@ -72,13 +76,7 @@ private slots:
     }
 
 private:
-    static QString vscan(const QString& words)
-    {
-        QProcess process;
-        process.start(QStringLiteral(VSCAN_PROGRAM), words.split(' '));
-        process.waitForFinished();
-        return QString::fromUtf8(process.readAllStandardOutput());
-    }
+    static QString vscan(const QString& words) { return DaemonFixture::output(words.split(' ')); }
     static QString shown(const FunctionalApp& page)
     {
         QString text;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The status window as a user meets it, and the thread that feeds it.
-#include "config/installroot.h"
+#include "config/freshroot.h"
 #include "device/cancelflag.h"
 #include "device/readbtn.h"
 #include "device/statefile.h"
@@ -8,7 +8,6 @@
 #include "device/statetexts.h"
 #include "scriptedusb.h"
 
-#include <QDir>
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
@@ -51,228 +50,178 @@ class TestStateInfoPanel : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void aBatch();
-    void faultsStayUntilConfirmed();
-    void cancel_data();
-    void cancel();
-    void nextPage();
-    void nextPageDuringTexts();
-    void everyTextFits();
-    void keyToWindow();
-    void progressWords();
-};
+    void init()
+    {
+        QVERIFY(freshRoot());
+        cancelflag::clear();
+    }
 
-void TestStateInfoPanel::init()
-{
-    QDir(installRoot()).removeRecursively();
-    QVERIFY(QDir().mkpath(installRoot()));
-    cancelflag::clear();
-}
-
-void TestStateInfoPanel::aBatch()
-{
-    stateInfoPanel panel;
-    QCOMPARE(panel.windowModality(), Qt::ApplicationModal);
-    QVERIFY(panel.getButtonState());
-    beginBatch(panel);
-    QVERIFY(panel.isVisible());
-    QVERIFY(!panel.getButtonState());
-    QCOMPARE(offered(panel), QStringList("取消扫描"));
-    panel.stateInfoPanelSlot("正在扫描第1张图像");
-    QCOMPARE(shown(panel), QString("正在扫描第1张图像"));
-    QCOMPARE(offered(panel), QStringList("取消扫描"));
-    for (const Qt::Key stray : {Qt::Key_Return, Qt::Key_Space})
-        QTest::keyClick(panel.focusWidget() ? panel.focusWidget() : &panel, stray);
-    QVERIFY(!cancelflag::isSet());
-    panel.stateInfoPanelSlot("closeWindow");
-    QVERIFY(!panel.isVisible());
-    QVERIFY(panel.getButtonState());
-}
-
-void TestStateInfoPanel::faultsStayUntilConfirmed()
-{
-    stateInfoPanel panel;
-    panel.setButtonName("知道了");
-    QSignalSpy confirmed(&panel, &stateInfoPanel::confirmed);
-    for (const int code : {1005, 1006, 1007, 1009}) {
+    void aBatch()
+    {
+        stateInfoPanel panel;
+        QCOMPARE(panel.windowModality(), Qt::ApplicationModal);
+        QVERIFY(panel.getButtonState());
         beginBatch(panel);
-        QCOMPARE(shown(panel), QString("正在准备扫描"));
-        panel.stateInfoPanelSlot(state::text(code));
-        QCOMPARE(offered(panel), QStringList("知道了"));
-        panel.stateInfoPanelSlot("正在扫描第2张图像"); // it was put right
+        QVERIFY(panel.isVisible());
+        QVERIFY(!panel.getButtonState());
         QCOMPARE(offered(panel), QStringList("取消扫描"));
-        panel.stateInfoPanelSlot(state::text(code));
-        confirmed.clear();
-        QTest::keyClick(&panel, Qt::Key_Return);
-        QCOMPARE(confirmed.count(), 1);
+        panel.stateInfoPanelSlot("正在扫描第1张图像");
+        QCOMPARE(shown(panel), QString("正在扫描第1张图像"));
+        QCOMPARE(offered(panel), QStringList("取消扫描"));
+        for (const Qt::Key stray : {Qt::Key_Return, Qt::Key_Space})
+            QTest::keyClick(panel.focusWidget() ? panel.focusWidget() : &panel, stray);
+        QVERIFY(!cancelflag::isSet());
+        panel.stateInfoPanelSlot("closeWindow");
         QVERIFY(!panel.isVisible());
+        QVERIFY(panel.getButtonState());
     }
-    panel.show(); // closing without a batch
-    QVERIFY(panel.close());
-    QVERIFY(!cancelflag::isSet()); // neither cancels anything
-}
 
-void TestStateInfoPanel::cancel_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<bool>("stays");
-    QTest::newRow("button") << "button" << true;
-    QTest::newRow("Esc") << "Esc" << true;
-    QTest::newRow("window closed") << "close" << false;
-}
-
-void TestStateInfoPanel::cancel()
-{
-    QFETCH(QString, how);
-    QFETCH(bool, stays);
-    stateInfoPanel panel;
-    beginBatch(panel);
-    panel.stateInfoPanelSlot("正在扫描第1张图像");
-    QSignalSpy cancelled(&panel, &stateInfoPanel::cancelRequested);
-    if (how == "button")
-        button(panel, "cancelButton")->click();
-    else if (how == "Esc")
-        QTest::keyClick(&panel, Qt::Key_Escape);
-    else
-        panel.close();
-    QVERIFY(cancelflag::isSet());
-    QCOMPARE(cancelled.count(), 1);
-    QCOMPARE(panel.isVisible(), stays);
-    QCOMPARE(offered(panel), QStringList());
-    panel.stateInfoPanelSlot("正在扫描第2张图像"); // still in the page
-    if (stays) {
-        QCOMPARE(shown(panel), QString("正在取消扫描，请稍候……"));
-        panel.stateInfoPanelSlot(state::text(state::Cancelled));
-        QCOMPARE(shown(panel), QString("取消扫描"));
+    void faultsStayUntilConfirmed()
+    {
+        stateInfoPanel panel;
+        panel.setButtonName("知道了");
+        QSignalSpy confirmed(&panel, &stateInfoPanel::confirmed);
+        for (const int code : {1005, 1006, 1007, 1009}) {
+            beginBatch(panel);
+            QCOMPARE(shown(panel), QString("正在准备扫描"));
+            panel.stateInfoPanelSlot(state::text(code));
+            QCOMPARE(offered(panel), QStringList("知道了"));
+            panel.stateInfoPanelSlot("正在扫描第2张图像"); // it was put right
+            QCOMPARE(offered(panel), QStringList("取消扫描"));
+            panel.stateInfoPanelSlot(state::text(code));
+            confirmed.clear();
+            QTest::keyClick(&panel, Qt::Key_Return);
+            QCOMPARE(confirmed.count(), 1);
+            QVERIFY(!panel.isVisible());
+        }
+        panel.show(); // closing without a batch
+        QVERIFY(panel.close());
+        QVERIFY(!cancelflag::isSet()); // neither cancels anything
     }
-    QTest::keyClick(&panel, Qt::Key_Escape); // twice: let me out
-    QVERIFY(!panel.isVisible());
-    QCOMPARE(cancelled.count(), 1);
 
-    beginBatch(panel);
-    QCOMPARE(offered(panel), QStringList("取消扫描"));
-}
+    void cancel()
+    {
+        for (const char* how : {"button", "Esc", "window closed"}) {
+            cancelflag::clear();
+            const bool stays = how != QLatin1String("window closed");
+            stateInfoPanel panel;
+            beginBatch(panel);
+            panel.stateInfoPanelSlot("正在扫描第1张图像");
+            QSignalSpy cancelled(&panel, &stateInfoPanel::cancelRequested);
+            if (how == QLatin1String("button"))
+                button(panel, "cancelButton")->click();
+            else if (how == QLatin1String("Esc"))
+                QTest::keyClick(&panel, Qt::Key_Escape);
+            else
+                panel.close();
+            QVERIFY(cancelflag::isSet());
+            QCOMPARE(cancelled.count(), 1);
+            QCOMPARE(panel.isVisible(), stays);
+            QCOMPARE(offered(panel), QStringList());
+            panel.stateInfoPanelSlot("正在扫描第2张图像"); // still in the page
+            if (stays) {
+                QCOMPARE(shown(panel), QString("正在取消扫描，请稍候……"));
+                panel.stateInfoPanelSlot(state::text(state::Cancelled));
+                QCOMPARE(shown(panel), QString("取消扫描"));
+            }
+            QTest::keyClick(&panel, Qt::Key_Escape); // twice: let me out
+            QVERIFY(!panel.isVisible());
+            QCOMPARE(cancelled.count(), 1);
 
-void TestStateInfoPanel::nextPage()
-{
-    for (const int key : {int(Qt::Key_Return), int(Qt::Key_Escape), 0}) { // 0: the window is closed
+            beginBatch(panel);
+            QCOMPARE(offered(panel), QStringList("取消扫描"));
+        }
+    }
+
+    void nextPage()
+    {
+        for (const int key : {int(Qt::Key_Return), int(Qt::Key_Escape), 0}) { // 0: the window is closed
+            stateInfoPanel panel;
+            beginBatch(panel);
+            QSignalSpy answers(&panel, &stateInfoPanel::nextPageAnswered);
+            panel.askNextPage();
+            QCOMPARE(shown(panel), QString("继续扫描下一页？"));
+            QCOMPARE(offered(panel), QStringList({"继续", "完成"}));
+            if (key)
+                QTest::keyClick(&panel, Qt::Key(key));
+            else
+                panel.close();
+            QCOMPARE(answers.count(), 1);
+            QCOMPARE(answers[0][0].toBool(), key == Qt::Key_Return);
+            QVERIFY(!cancelflag::isSet()); // declining ends the batch, it does not throw it away
+            if (key)
+                QCOMPARE(offered(panel), QStringList("取消扫描"));
+        }
+    }
+
+    // What the scanner says meanwhile waits behind the question; a batch that ends without an answer declines
+    // it.
+    void nextPageDuringTexts()
+    {
         stateInfoPanel panel;
         beginBatch(panel);
         QSignalSpy answers(&panel, &stateInfoPanel::nextPageAnswered);
         panel.askNextPage();
+        panel.stateInfoPanelSlot("正在扫描第2张图像");
         QCOMPARE(shown(panel), QString("继续扫描下一页？"));
+        panel.stateInfoPanelSlot(state::text(state::JamOrCoverOpen));
         QCOMPARE(offered(panel), QStringList({"继续", "完成"}));
-        if (key)
-            QTest::keyClick(&panel, Qt::Key(key));
-        else
-            panel.close();
-        QCOMPARE(answers.count(), 1);
-        QCOMPARE(answers[0][0].toBool(), key == Qt::Key_Return);
-        QVERIFY(!cancelflag::isSet()); // declining ends the batch, it does not throw it away
-        if (key)
-            QCOMPARE(offered(panel), QStringList("取消扫描"));
+        button(panel, "finishButton")->click();
+        QCOMPARE(offered(panel), QStringList("确定")); // the fault comes to light
+        QCOMPARE(shown(panel), state::text(state::JamOrCoverOpen));
+
+        panel.askNextPage();
+        panel.stateInfoPanelSlot("closeWindow");
+        QCOMPARE(answers.count(), 2);
+        QVERIFY(!answers[1][0].toBool());
+        QVERIFY(!panel.isVisible());
     }
-}
 
-// What the scanner says meanwhile waits behind the question; a batch that ends without an answer declines it.
-void TestStateInfoPanel::nextPageDuringTexts()
-{
-    stateInfoPanel panel;
-    beginBatch(panel);
-    QSignalSpy answers(&panel, &stateInfoPanel::nextPageAnswered);
-    panel.askNextPage();
-    panel.stateInfoPanelSlot("正在扫描第2张图像");
-    QCOMPARE(shown(panel), QString("继续扫描下一页？"));
-    panel.stateInfoPanelSlot(state::text(state::JamOrCoverOpen));
-    QCOMPARE(offered(panel), QStringList({"继续", "完成"}));
-    button(panel, "finishButton")->click();
-    QCOMPARE(offered(panel), QStringList("确定")); // the fault comes to light
-    QCOMPARE(shown(panel), state::text(state::JamOrCoverOpen));
-
-    panel.askNextPage();
-    panel.stateInfoPanelSlot("closeWindow");
-    QCOMPARE(answers.count(), 2);
-    QVERIFY(!answers[1][0].toBool());
-    QVERIFY(!panel.isVisible());
-}
-
-void TestStateInfoPanel::everyTextFits()
-{
-    stateInfoPanel panel;
-    beginBatch(panel);
-    auto* label = panel.findChild<QLabel*>(QStringLiteral("textLabel"));
-    for (int code = 0; code < 3000; ++code) {
-        const QString text = state::text(code);
-        if (text.isEmpty())
-            continue;
-        panel.stateInfoPanelSlot(text);
-        panel.layout()->activate();
-        QVERIFY2(label->heightForWidth(label->width()) <= label->height(), qPrintable(text));
-    }
-}
-
-// A press goes out; the batch that it starts is followed until the state file ends it.
-void TestStateInfoPanel::keyToWindow()
-{
-    UsbScript usb;
-    readBtn watcher(std::make_unique<ScriptedUsb>(usb), {1, 1, 1});
-    QVector<int> codes;
-    const QObject receiver; // queued codes end with it
-    connect(&watcher, &readBtn::buttonStateSignal, &receiver, [&](int code) {
-        codes << code;
-        if (code != 1)
-            return;
-        watcher.dialogShowSlot("正在准备扫描");
-        state::write(state::Preparing);
-        watcher.getAndSetFunctionSlot(1);
-    });
-    watcher.start(QThread::InheritPriority);
-    QTRY_VERIFY(codes.contains(5));
+    void everyTextFits()
     {
-        const std::lock_guard lock(usb.mutex);
-        usb.press(1);
+        stateInfoPanel panel;
+        beginBatch(panel);
+        auto* label = panel.findChild<QLabel*>(QStringLiteral("textLabel"));
+        for (int code = 0; code < 3000; ++code) {
+            const QString text = state::text(code);
+            if (text.isEmpty())
+                continue;
+            panel.stateInfoPanelSlot(text);
+            panel.layout()->activate();
+            QVERIFY2(label->heightForWidth(label->width()) <= label->height(), qPrintable(text));
+        }
     }
-    QTRY_VERIFY(codes.contains(1));
-    QTRY_VERIFY(watcher.panel()->isVisible());
-    const int polls = codes.size();
-    QVERIFY(state::write(12));
-    QTRY_COMPARE(watcher.panel()->showString(), QString("正在扫描第12张图像"));
-    QCOMPARE(codes.size(), polls); // none during the batch
-    QVERIFY(state::write(state::Idle));
-    QTRY_VERIFY(!watcher.panel()->isVisible());
-    QTRY_COMPARE(codes.last(), 5);
-}
 
-void TestStateInfoPanel::progressWords()
-{
-    UsbScript usb;
-    readBtn watcher(std::make_unique<ScriptedUsb>(usb), {1, 1, 1});
-    const stateInfoPanel& panel = *watcher.panel();
-    QVERIFY(state::write(3));
-    watcher.dialogShowSlot("正在准备扫描");
-    watcher.getAndSetFunctionSlot(1);
-    watcher.start();
-    QTRY_COMPARE(panel.showString(), QString("正在扫描第3张图像"));
-    watcher.dialogShowSlot("正在处理第1张图像");
-    for (const char* word : {"2222", "3333", "4444"})
-        watcher.dialogShowSlot(word);
-    QCOMPARE(panel.showString(), QString("正在处理第1张图像"));
-    QVERIFY(panel.isVisible());
+    void progressWords()
+    {
+        UsbScript usb;
+        readBtn watcher(std::make_unique<ScriptedUsb>(usb), {1, 1, 1});
+        const stateInfoPanel& panel = *watcher.panel();
+        QVERIFY(state::write(3));
+        watcher.dialogShowSlot("正在准备扫描");
+        watcher.getAndSetFunctionSlot(1);
+        watcher.start();
+        QTRY_COMPARE(panel.showString(), QString("正在扫描第3张图像"));
+        watcher.dialogShowSlot("正在处理第1张图像");
+        for (const char* word : {"2222", "3333", "4444"})
+            watcher.dialogShowSlot(word);
+        QCOMPARE(panel.showString(), QString("正在处理第1张图像"));
+        QVERIFY(panel.isVisible());
 
-    const QString jam = state::text(state::JamOrCoverOpen);
-    QVERIFY(state::write(state::JamOrCoverOpen));
-    QTRY_COMPARE(panel.showString(), jam);
-    watcher.dialogShowSlot("正在处理第2张图像"); // the pages before the jam
-    QSignalSpy polls(&watcher, &readBtn::buttonStateSignal);
-    watcher.dialogShowSlot("1234");
-    QTRY_VERIFY(!polls.isEmpty());
-    QCOMPARE(panel.showString(), jam);
-    QVERIFY(panel.isVisible() && panel.getButtonState());
+        const QString jam = state::text(state::JamOrCoverOpen);
+        QVERIFY(state::write(state::JamOrCoverOpen));
+        QTRY_COMPARE(panel.showString(), jam);
+        watcher.dialogShowSlot("正在处理第2张图像"); // the pages before the jam
+        QSignalSpy polls(&watcher, &readBtn::buttonStateSignal);
+        watcher.dialogShowSlot("1234");
+        QTRY_VERIFY(!polls.isEmpty());
+        QCOMPARE(panel.showString(), jam);
+        QVERIFY(panel.isVisible() && panel.getButtonState());
 
-    watcher.dialogShowSlot("正在准备扫描");
-    QCOMPARE(panel.showString(), QString("正在准备扫描"));
-}
+        watcher.dialogShowSlot("正在准备扫描");
+        QCOMPARE(panel.showString(), QString("正在准备扫描"));
+    }
+};
 
 QTEST_MAIN(TestStateInfoPanel)
 #include "tst_stateinfopanel.moc"
