@@ -30,19 +30,216 @@ class TestVscanSane : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void offersTheOptionList();
-    void checksValues();
-    void answersFaults_data();
-    void answersFaults();
-    void cancelFromAnotherThread();
-    void stopsMidPage_data();
-    void stopsMidPage();
-    void killedClientFreesTheScanner();
-    void deadDaemonIsAnError();
-    void keepsNoPage();
+    // Three small grey sheets: 10, 20, 30.
+    void initTestCase()
+    {
+        for (int number = 1; number <= 3; ++number) {
+            QFile file(m_sheets.filePath(QString("00%1-front.pgm").arg(number)));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("P5\n600 900\n255\n" + QByteArray(600 * 900, static_cast<char>(number * 10)));
+        }
+    }
+
+    void init()
+    {
+        m_daemon = std::make_unique<DaemonFixture>();
+        QVERIFY(m_daemon->start({"--feeder", m_sheets.path()}));
+        QCOMPARE(sane_init(nullptr, nullptr), SANE_STATUS_GOOD);
+    }
+
+    void cleanup()
+    {
+        sane_exit();
+        m_daemon.reset();
+    }
+
+    void offersTheOptionList()
+    {
+        const QList<QPair<int, QString>> expected{
+            {2, "Flatbed|ADF Front|ADF Back|ADF Duplex|Automatic Document Feeder"},
+            {4, "FULL|A4|Letter|A5|B5|LEG|USER"},
+            {6, "文字效果|图片效果|文字和图片"},
+            {7, "彩色|灰度|黑白"},
+            {9, "开|关"},
+            {10, "正常|左转90度|右转90度|旋转180度"},
+            {11, "无|加白边|加黑边"},
+            {12, "无|0.1|0.2|0.3|0.4|0.5|0.6|0.7|0.8|0.9"},
+            {13, "关|开"}};
+        const Handle handle = open();
+        QVERIFY(handle != nullptr);
+        SANE_Int count = 0;
+        QCOMPARE(sane_control_option(handle.get(), 0, SANE_ACTION_GET_VALUE, &count, nullptr),
+                 SANE_STATUS_GOOD);
+        QCOMPARE(count, 14);
+        QVERIFY(!sane_get_option_descriptor(handle.get(), 14));
+        for (int group : {3, 5, 8})
+            QCOMPARE(sane_get_option_descriptor(handle.get(), group)->type, SANE_TYPE_GROUP);
+        for (const auto& [number, words] : expected) {
+            const SANE_Option_Descriptor* option = sane_get_option_descriptor(handle.get(), number);
+            QCOMPARE(option->constraint_type, SANE_CONSTRAINT_STRING_LIST);
+            for (const QString& word : words.split('|')) {
+                QCOMPARE(set(handle, number, word.toUtf8().constData()), SANE_STATUS_GOOD);
+                QByteArray value(option->size, '\0');
+                QCOMPARE(
+                    sane_control_option(handle.get(), number, SANE_ACTION_GET_VALUE, value.data(), nullptr),
+                    SANE_STATUS_GOOD);
+                QCOMPARE(QString::fromUtf8(value.constData()), word);
+            }
+        }
+    }
+
+    void checksValues()
+    {
+        const Handle handle = open();
+        QCOMPARE(set(handle, 2, "adf front"), SANE_STATUS_INVAL);
+        QCOMPARE(set(handle, 3, "A4"), SANE_STATUS_INVAL);
+        SANE_Int value = 250, info = 0;
+        QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, &info),
+                 SANE_STATUS_GOOD);
+        QVERIFY((info & SANE_INFO_INEXACT) && (value == 200 || value == 300));
+        value = 400;
+        QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, nullptr),
+                 SANE_STATUS_GOOD);
+        QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
+        QCOMPARE(sane_start(handle.get()), SANE_STATUS_DEVICE_BUSY);
+        QCOMPARE(set(handle, 2, "Flatbed"), SANE_STATUS_DEVICE_BUSY);
+        SANE_Parameters parameters;
+        QCOMPARE(sane_get_parameters(handle.get(), &parameters), SANE_STATUS_GOOD);
+        QCOMPARE(parameters.pixels_per_line, 1200); // the sheet has 600 at 300 dpi
+        QCOMPARE(parameters.lines, 1800);
+        sane_cancel(handle.get());
+    }
+
+    void answersFaults_data()
+    {
+        QTest::addColumn<QString>("order");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("bytes"); // of the second page that arrive
+        QTest::addColumn<int>("next");  // what the start after it answers
+        QTest::newRow("jam at the start") << "jam-at 2" << 6 << 0 << 6;
+        QTest::newRow("jam in the middle") << "jam-at 2 100000" << 6 << 100000 << 6;
+        QTest::newRow("jam at the very end") << "jam-at 2 999999999" << 6 << 540000 << 6;
+        QTest::newRow("error at the start") << "error-at 2" << 9 << 0 << 5;
+        QTest::newRow("error in the middle") << "error-at 2 77" << 9 << 77 << 5;
+        QTest::newRow("no documents") << "no-docs-at 2 0" << 7 << 0 << 5;
+    }
+    void answersFaults()
+    {
+        QFETCH(QString, order);
+        QFETCH(int, status);
+        QFETCH(int, bytes);
+        QFETCH(int, next);
+        QVERIFY(command(order));
+        const Handle handle = open();
+        QCOMPARE(page(handle).first(), 10);
+        const Read bad = page(handle);
+        QCOMPARE(int(bad.status), status);
+        QCOMPARE(bad.bytes.size(), bytes);
+        QCOMPARE(int(page(handle).status), next);
+        sane_cancel(handle.get());
+        QVERIFY(command("clear"));
+        // The jammed sheet is back in the feeder, after other faults all three have passed.
+        QCOMPARE(page(handle).first(), status == 6 ? 20 : -1);
+    }
+
+    void cancelFromAnotherThread()
+    {
+        QVERIFY(command("pace 20000")); // ten seconds a page
+        const Handle handle = open();
+        QElapsedTimer clock;
+        clock.start();
+        std::thread canceller([&] {
+            QThread::msleep(50);
+            sane_cancel(handle.get());
+        });
+        const Read read = page(handle);
+        canceller.join();
+        QCOMPARE(read.status, SANE_STATUS_CANCELLED);
+        QVERIFY(clock.elapsed() < 3000);
+        QVERIFY(command("pace fast"));
+        QCOMPARE(page(handle).first(), 20);
+    }
+
+    void stopsMidPage_data()
+    {
+        QTest::addColumn<QString>("order");
+        QTest::addColumn<int>("status"); // of the read, and of the starts after it
+        QTest::addColumn<QString>("remedy");
+        QTest::addColumn<int>("first"); // of the page after the remedy, -1 when the handle stays dead
+        QTest::newRow("unplugged") << "unplug" << int(SANE_STATUS_IO_ERROR) << "replug" << -1;
+        QTest::newRow("clear key") << "press 3" << int(SANE_STATUS_CANCELLED) << "" << 20;
+        QTest::newRow("lid") << "cover open" << int(SANE_STATUS_COVER_OPEN) << "cover closed" << 10;
+    }
+    void stopsMidPage()
+    {
+        QFETCH(QString, order);
+        QFETCH(int, status);
+        QFETCH(QString, remedy);
+        const Handle handle = open();
+        set(handle, 2, "ADF Duplex");
+        QCOMPARE(page(handle).first(), 10);
+        QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD); // the back of the sheet
+        QVERIFY(command(order));
+        QCOMPARE(int(rest(handle).status), status);
+        QCOMPARE(int(sane_start(handle.get())), status);
+        if (remedy.isEmpty())
+            sane_cancel(handle.get());
+        else
+            QVERIFY(command(remedy));
+        QTEST(page(handle).first(), "first"); // a stopped sheet is fed again, a cancelled one has passed
+    }
+
+    void killedClientFreesTheScanner()
+    {
+        QVERIFY(command("pace 20000"));
+        QProcess client;
+        client.setStandardOutputFile(QProcess::nullDevice());
+        client.start("scanimage", {"-d", "vscan:one", "--format=pnm"});
+        QVERIFY(client.waitForStarted());
+        QTRY_VERIFY(DaemonFixture::output({"status"}).contains("scanning=yes"));
+        SANE_Status status = SANE_STATUS_GOOD;
+        QVERIFY(!open(&status));
+        QCOMPARE(status, SANE_STATUS_DEVICE_BUSY);
+        ::kill(static_cast<pid_t>(client.processId()), SIGKILL);
+        client.waitForFinished();
+        QVERIFY(open() != nullptr);
+    }
+
+    void deadDaemonIsAnError()
+    {
+        const auto serves = [](const QString& socket) {
+            QProcess daemon;
+            daemon.start(DaemonFixture::program(), {"daemon", "--sock", socket});
+            const bool ready = daemon.waitForReadyRead();
+            daemon.terminate();
+            daemon.waitForFinished();
+            return ready;
+        };
+        const Handle handle = open();
+        QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
+        QVERIFY(!serves(m_daemon->socket())); // taken
+        m_daemon->process().kill();
+        m_daemon->process().waitForFinished();
+        QCOMPARE(rest(handle).status, SANE_STATUS_IO_ERROR);
+        QCOMPARE(sane_start(handle.get()), SANE_STATUS_IO_ERROR);
+        QVERIFY(serves(m_daemon->socket())); // the stale socket file is no obstacle
+        QVERIFY(!QFile::exists(m_daemon->socket()));
+        const QString precious = m_sheets.filePath("001-front.pgm");
+        QVERIFY(!serves(precious));
+        QVERIFY(QFile::exists(precious));
+    }
+
+    // No page stays open in the daemon.
+    void keepsNoPage()
+    {
+        const Handle handle = open();
+        set(handle, 2, "Flatbed");
+        QCOMPARE(page(handle).status, SANE_STATUS_EOF);
+        const int before = openDescriptors(m_daemon->process().processId());
+        for (int i = 0; i < 50; ++i)
+            QCOMPARE(page(handle).status, SANE_STATUS_EOF);
+        QCOMPARE(openDescriptors(m_daemon->process().processId()), before);
+    }
 
 private:
     // An opened scanner that delivers small grey pages.
@@ -87,215 +284,6 @@ private:
     std::unique_ptr<DaemonFixture> m_daemon;
     QTemporaryDir m_sheets;
 };
-
-// Three small grey sheets: 10, 20, 30.
-void TestVscanSane::initTestCase()
-{
-    for (int number = 1; number <= 3; ++number) {
-        QFile file(m_sheets.filePath(QString("00%1-front.pgm").arg(number)));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("P5\n600 900\n255\n" + QByteArray(600 * 900, static_cast<char>(number * 10)));
-    }
-}
-
-void TestVscanSane::init()
-{
-    m_daemon = std::make_unique<DaemonFixture>();
-    QVERIFY(m_daemon->start({"--feeder", m_sheets.path()}));
-    QCOMPARE(sane_init(nullptr, nullptr), SANE_STATUS_GOOD);
-}
-
-void TestVscanSane::cleanup()
-{
-    sane_exit();
-    m_daemon.reset();
-}
-
-void TestVscanSane::offersTheOptionList()
-{
-    const QList<QPair<int, QString>> expected{
-        {2, "Flatbed|ADF Front|ADF Back|ADF Duplex|Automatic Document Feeder"},
-        {4, "FULL|A4|Letter|A5|B5|LEG|USER"},
-        {6, "文字效果|图片效果|文字和图片"},
-        {7, "彩色|灰度|黑白"},
-        {9, "开|关"},
-        {10, "正常|左转90度|右转90度|旋转180度"},
-        {11, "无|加白边|加黑边"},
-        {12, "无|0.1|0.2|0.3|0.4|0.5|0.6|0.7|0.8|0.9"},
-        {13, "关|开"}};
-    const Handle handle = open();
-    QVERIFY(handle != nullptr);
-    SANE_Int count = 0;
-    QCOMPARE(sane_control_option(handle.get(), 0, SANE_ACTION_GET_VALUE, &count, nullptr), SANE_STATUS_GOOD);
-    QCOMPARE(count, 14);
-    QVERIFY(!sane_get_option_descriptor(handle.get(), 14));
-    for (int group : {3, 5, 8})
-        QCOMPARE(sane_get_option_descriptor(handle.get(), group)->type, SANE_TYPE_GROUP);
-    for (const auto& [number, words] : expected) {
-        const SANE_Option_Descriptor* option = sane_get_option_descriptor(handle.get(), number);
-        QCOMPARE(option->constraint_type, SANE_CONSTRAINT_STRING_LIST);
-        for (const QString& word : words.split('|')) {
-            QCOMPARE(set(handle, number, word.toUtf8().constData()), SANE_STATUS_GOOD);
-            QByteArray value(option->size, '\0');
-            QCOMPARE(sane_control_option(handle.get(), number, SANE_ACTION_GET_VALUE, value.data(), nullptr),
-                     SANE_STATUS_GOOD);
-            QCOMPARE(QString::fromUtf8(value.constData()), word);
-        }
-    }
-}
-
-void TestVscanSane::checksValues()
-{
-    const Handle handle = open();
-    QCOMPARE(set(handle, 2, "adf front"), SANE_STATUS_INVAL);
-    QCOMPARE(set(handle, 3, "A4"), SANE_STATUS_INVAL);
-    SANE_Int value = 250, info = 0;
-    QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, &info), SANE_STATUS_GOOD);
-    QVERIFY((info & SANE_INFO_INEXACT) && (value == 200 || value == 300));
-    value = 400;
-    QCOMPARE(sane_control_option(handle.get(), 1, SANE_ACTION_SET_VALUE, &value, nullptr), SANE_STATUS_GOOD);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_DEVICE_BUSY);
-    QCOMPARE(set(handle, 2, "Flatbed"), SANE_STATUS_DEVICE_BUSY);
-    SANE_Parameters parameters;
-    QCOMPARE(sane_get_parameters(handle.get(), &parameters), SANE_STATUS_GOOD);
-    QCOMPARE(parameters.pixels_per_line, 1200); // the sheet has 600 at 300 dpi
-    QCOMPARE(parameters.lines, 1800);
-    sane_cancel(handle.get());
-}
-
-void TestVscanSane::answersFaults_data()
-{
-    QTest::addColumn<QString>("order");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("bytes"); // of the second page that arrive
-    QTest::addColumn<int>("next");  // what the start after it answers
-    QTest::newRow("jam at the start") << "jam-at 2" << 6 << 0 << 6;
-    QTest::newRow("jam in the middle") << "jam-at 2 100000" << 6 << 100000 << 6;
-    QTest::newRow("jam at the very end") << "jam-at 2 999999999" << 6 << 540000 << 6;
-    QTest::newRow("error at the start") << "error-at 2" << 9 << 0 << 5;
-    QTest::newRow("error in the middle") << "error-at 2 77" << 9 << 77 << 5;
-    QTest::newRow("no documents") << "no-docs-at 2 0" << 7 << 0 << 5;
-}
-
-void TestVscanSane::answersFaults()
-{
-    QFETCH(QString, order);
-    QFETCH(int, status);
-    QFETCH(int, bytes);
-    QFETCH(int, next);
-    QVERIFY(command(order));
-    const Handle handle = open();
-    QCOMPARE(page(handle).first(), 10);
-    const Read bad = page(handle);
-    QCOMPARE(int(bad.status), status);
-    QCOMPARE(bad.bytes.size(), bytes);
-    QCOMPARE(int(page(handle).status), next);
-    sane_cancel(handle.get());
-    QVERIFY(command("clear"));
-    // The jammed sheet is back in the feeder, after other faults all three have passed.
-    QCOMPARE(page(handle).first(), status == 6 ? 20 : -1);
-}
-
-void TestVscanSane::cancelFromAnotherThread()
-{
-    QVERIFY(command("pace 20000")); // ten seconds a page
-    const Handle handle = open();
-    QElapsedTimer clock;
-    clock.start();
-    std::thread canceller([&] {
-        QThread::msleep(50);
-        sane_cancel(handle.get());
-    });
-    const Read read = page(handle);
-    canceller.join();
-    QCOMPARE(read.status, SANE_STATUS_CANCELLED);
-    QVERIFY(clock.elapsed() < 3000);
-    QVERIFY(command("pace fast"));
-    QCOMPARE(page(handle).first(), 20);
-}
-
-void TestVscanSane::stopsMidPage_data()
-{
-    QTest::addColumn<QString>("order");
-    QTest::addColumn<int>("status"); // of the read, and of the starts after it
-    QTest::addColumn<QString>("remedy");
-    QTest::addColumn<int>("first"); // of the page after the remedy, -1 when the handle stays dead
-    QTest::newRow("unplugged") << "unplug" << int(SANE_STATUS_IO_ERROR) << "replug" << -1;
-    QTest::newRow("clear key") << "press 3" << int(SANE_STATUS_CANCELLED) << "" << 20;
-    QTest::newRow("lid") << "cover open" << int(SANE_STATUS_COVER_OPEN) << "cover closed" << 10;
-}
-
-void TestVscanSane::stopsMidPage()
-{
-    QFETCH(QString, order);
-    QFETCH(int, status);
-    QFETCH(QString, remedy);
-    const Handle handle = open();
-    set(handle, 2, "ADF Duplex");
-    QCOMPARE(page(handle).first(), 10);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD); // the back of the sheet
-    QVERIFY(command(order));
-    QCOMPARE(int(rest(handle).status), status);
-    QCOMPARE(int(sane_start(handle.get())), status);
-    if (remedy.isEmpty())
-        sane_cancel(handle.get());
-    else
-        QVERIFY(command(remedy));
-    QTEST(page(handle).first(), "first"); // a stopped sheet is fed again, a cancelled one has passed
-}
-
-void TestVscanSane::killedClientFreesTheScanner()
-{
-    QVERIFY(command("pace 20000"));
-    QProcess client;
-    client.setStandardOutputFile(QProcess::nullDevice());
-    client.start("scanimage", {"-d", "vscan:one", "--format=pnm"});
-    QVERIFY(client.waitForStarted());
-    QTRY_VERIFY(DaemonFixture::output({"status"}).contains("scanning=yes"));
-    SANE_Status status = SANE_STATUS_GOOD;
-    QVERIFY(!open(&status));
-    QCOMPARE(status, SANE_STATUS_DEVICE_BUSY);
-    ::kill(static_cast<pid_t>(client.processId()), SIGKILL);
-    client.waitForFinished();
-    QVERIFY(open() != nullptr);
-}
-
-void TestVscanSane::deadDaemonIsAnError()
-{
-    const auto serves = [](const QString& socket) {
-        QProcess daemon;
-        daemon.start(DaemonFixture::program(), {"daemon", "--sock", socket});
-        const bool ready = daemon.waitForReadyRead();
-        daemon.terminate();
-        daemon.waitForFinished();
-        return ready;
-    };
-    const Handle handle = open();
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD);
-    QVERIFY(!serves(m_daemon->socket())); // taken
-    m_daemon->process().kill();
-    m_daemon->process().waitForFinished();
-    QCOMPARE(rest(handle).status, SANE_STATUS_IO_ERROR);
-    QCOMPARE(sane_start(handle.get()), SANE_STATUS_IO_ERROR);
-    QVERIFY(serves(m_daemon->socket())); // the stale socket file is no obstacle
-    QVERIFY(!QFile::exists(m_daemon->socket()));
-    const QString precious = m_sheets.filePath("001-front.pgm");
-    QVERIFY(!serves(precious));
-    QVERIFY(QFile::exists(precious));
-}
-
-// No page stays open in the daemon.
-void TestVscanSane::keepsNoPage()
-{
-    const Handle handle = open();
-    set(handle, 2, "Flatbed");
-    QCOMPARE(page(handle).status, SANE_STATUS_EOF);
-    const int before = openDescriptors(m_daemon->process().processId());
-    for (int i = 0; i < 50; ++i)
-        QCOMPARE(page(handle).status, SANE_STATUS_EOF);
-    QCOMPARE(openDescriptors(m_daemon->process().processId()), before);
-}
 
 QTEST_GUILESS_MAIN(TestVscanSane)
 #include "tst_vscansane.moc"
