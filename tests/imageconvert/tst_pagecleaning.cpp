@@ -5,7 +5,6 @@
 #include "imageconvert/blank.h"
 #include "imageconvert/despeckle.h"
 #include "imageconvert/enhance.h"
-#include "imageconvert/filters.h"
 #include "imageconvert/levels.h"
 #include "imageconvert/picture.h"
 #include "imageconvert/redheader.h"
@@ -284,23 +283,6 @@ private slots:
         const cv::Mat before = greyOf(page), after = greyOf(enhancedCharacters(page, 5, kDpi));
         QVERIFY(cv::mean(after, mark < 60)[0] < cv::mean(before, mark < 60)[0] - 3);
         QVERIFY(std::abs(cv::mean(after, mark > 253)[0] - cv::mean(before, mark > 253)[0]) < 3);
-    }
-
-    void tinyPicturesPassEveryStep()
-    {
-        for (const cv::Size& size : {cv::Size(1, 1), cv::Size(1, 300), cv::Size(300, 1), cv::Size(17, 15)})
-            for (int type : {CV_8UC1, CV_8UC3}) {
-                const cv::Mat tiny(size, type, cv::Scalar(200, 10, 90));
-                QCOMPARE(withoutBackground(tiny, {5, 300}).size(), size);
-                QCOMPARE(asRedHeaderDocument(tiny, 300).size(), size);
-                QCOMPARE(enhancedCharacters(tiny, 5, 300).size(), size);
-                QCOMPARE(sharpened(blurred(tiny, 2, 300), 2, 300).size(), size);
-                Picture picture(tiny.clone(), 300);
-                detectBlank(picture.untoned(), picture.reduced(), {20, 0.81});
-                detectLevels(tiny);
-                if (type == CV_8UC1)
-                    QCOMPARE(despeckled(twoLevels(tiny, {130, 300}), 3, 300).size(), size);
-            }
     }
 };
 

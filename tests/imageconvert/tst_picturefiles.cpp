@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
-#include <functional>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 #include <sys/resource.h>
@@ -210,65 +209,6 @@ private slots:
             const cv::Mat read = readPicture(path("way.tif")).pixels;
             QCOMPARE(read.size(), seen.size());
             QVERIFY2(drawn::meanDifference(read, seen) < 2, qPrintable(QString::number(way)));
-        }
-    }
-
-    // Every operation over pictures that no scanner delivers: a picture comes out that can be saved, and what
-    // only cuts, straightens or judges leaves them as they are.
-    void oddPictures_data()
-    {
-        QTest::addColumn<QSize>("size");
-        for (const QSize& size :
-             {QSize(1, 1), QSize(1, 300), QSize(3000, 1), QSize(2, 2), QSize(40, 17), QSize(300, 300)})
-            QTest::addRow("%dx%d", size.width(), size.height()) << size;
-    }
-    void oddPictures()
-    {
-        QFETCH(QSize, size);
-        ImageConvertFunction library;
-        using Operation = std::function<MagickWand*(MagickWand*)>;
-        const std::vector<Operation> gentle = {
-            [&](MagickWand* w) { return library.imageAutoCrop(w); },
-            [&](MagickWand* w) { return library.imageDeskew(w); },
-            [&](MagickWand* w) {
-                library.AutoDeleteBlankPage(w, 20, 0.81);
-                return w;
-            },
-        };
-        const std::vector<Operation> others = {
-            [&](MagickWand* w) { return library.imageAutoDense(library.imageGamma(w, 2)); },
-            [&](MagickWand* w) { return library.imageBlur(library.imageSharpen(w, 2), 2); },
-            [&](MagickWand* w) { return library.imageRotate(library.imageRotate(w, 90), 7); },
-            [&](MagickWand* w) { return library.imageDelBackground(w, 10); },
-            [&](MagickWand* w) { return library.imageCharacterEnhance(w, 10); },
-            [&](MagickWand* w) { return library.imageRedFile(w); },
-            [&](MagickWand* w) { return library.imageResolution(w, 75, 75, 600); },
-            [&](MagickWand* w) { return library.imageUserPS(w, 10, 10, 0, 300); },
-            [&](MagickWand* w) { return library.imageInBorder(w, 1, 2, 3, 50, 50, 300); },
-            [&](MagickWand* w) { return library.imageOutBorder(w, 1, 2, 3, 1, 0, 300); },
-            [&](MagickWand* w) { return library.AutoDeleteNoise(library.imageRGBtoWB(w, 130), 5); },
-        };
-        const int type[] = {CV_8UC1, CV_8UC3};
-        for (int kind = 0; kind < 8; ++kind) {
-            cv::Mat pixels(size.height(), size.width(), type[kind % 2], cv::Scalar::all(kind / 2 % 2 * 255));
-            if (kind >= 4)
-                cv::randu(pixels, 0, 256);
-            if (kind >= 6)
-                pixels = pixels < 128;
-            drawn::writePnm(m_folder.filePath("odd.pnm"), pixels);
-            for (size_t i = 0; i < gentle.size() + others.size(); ++i) {
-                MagickWand* wand = library.getImage(path("odd.pnm").c_str());
-                QVERIFY(wand);
-                wand = i < gentle.size() ? gentle[i](wand) : others[i - gentle.size()](wand);
-                QVERIFY2(library.lastError().isEmpty(), qPrintable(library.lastError()));
-                QVERIFY(library.width(wand) > 0 && library.height(wand) > 0);
-                if (i < gentle.size())
-                    QCOMPARE(QSize(library.width(wand), library.height(wand)), size);
-                for (const char* kindOfFile : {"jpg", "tif", "png", "bmp"})
-                    QVERIFY2(library.saveImage(wand, m_folder.path() + '/', "odd", kindOfFile, 300),
-                             qPrintable(library.lastError()));
-                library.destroyImage(wand);
-            }
         }
     }
 
