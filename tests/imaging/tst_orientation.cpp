@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drawntext.h"
+#include "imageconvert/drawnpages.h"
 #include "imaging/orientation.h"
 
 #include <QPainter>
@@ -8,11 +9,16 @@
 
 namespace {
 
-QImage textPage()
+QImage filledPage(const QString& text)
 {
     QImage page = drawntext::paper(1654, 2339); // A4 at 200 dpi
-    drawntext::fillLines(page, drawntext::story(), 36, 170);
+    drawntext::fillLines(page, text, 36, 170);
     return page;
+}
+
+QImage toImage(const cv::Mat& page)
+{
+    return QImage(page.data, page.cols, page.rows, static_cast<int>(page.step), QImage::Format_BGR888).copy();
 }
 
 // Each cell of a ruled table holds a few words.
@@ -34,35 +40,11 @@ QImage tablePage()
     return page;
 }
 
-QImage skewedPage()
-{
-    const QImage text = textPage();
-    QImage page = drawntext::paper(text.width(), text.height());
-    QPainter painter(&page);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.translate(page.width() / 2.0, page.height() / 2.0);
-    painter.rotate(5);
-    painter.translate(-page.width() / 2.0, -page.height() / 2.0);
-    painter.drawImage(0, 0, text);
-    return page;
-}
-
 QImage smallPage() // small enough to be judged as it is
 {
     QImage page = drawntext::paper(800, 1100);
     drawntext::fillLines(page, drawntext::story(), 22, 70);
     return page;
-}
-
-// Soft spots of all brightnesses, as a photograph has.
-QImage photoPage()
-{
-    cv::Mat coarse(110, 80, CV_8UC3), photo;
-    cv::theRNG().state = 7;
-    cv::randu(coarse, cv::Scalar::all(0), cv::Scalar::all(256));
-    cv::resize(coarse, photo, cv::Size(1654, 2339), 0, 0, cv::INTER_CUBIC);
-    return QImage(photo.data, photo.cols, photo.rows, static_cast<int>(photo.step), QImage::Format_BGR888)
-        .copy();
 }
 
 QImage loneCharactersPage()
@@ -72,13 +54,6 @@ QImage loneCharactersPage()
     painter.setFont(drawntext::font(40));
     for (int i = 0; i < 60; ++i)
         painter.drawText(150 + i % 6 * 250, 250 + i / 6 * 190, drawntext::story().mid(i, 1));
-    return page;
-}
-
-QImage filledPage(const QString& text)
-{
-    QImage page = drawntext::paper(1654, 2339);
-    drawntext::fillLines(page, text, 36, 170);
     return page;
 }
 
@@ -101,99 +76,89 @@ class TestOrientation : public QObject
     Q_OBJECT
 
 private slots:
-    void turnsTextUpright_data();
-    void turnsTextUpright();
-    void leavesAlone_data();
-    void leavesAlone();
-    void withoutModelUndecided();
-    void unreadableFilesAreUndecided();
-    void unfitPicturesAreUndecided();
+    void turnsTextUpright_data()
+    {
+        QTest::addColumn<QImage>("page");
+        QTest::newRow("text") << filledPage(drawntext::story());
+        QTest::newRow("table") << tablePage();
+        QTest::newRow("skewed by 5 degrees")
+            << toImage(drawn::turned(drawntext::toMat(filledPage(drawntext::story())), 5));
+        QTest::newRow("small") << smallPage();
+    }
+    void turnsTextUpright()
+    {
+        QFETCH(QImage, page);
+        for (int lies = 0; lies < 360; lies += 90) {
+            const int code = codeOf(turned(page, lies));
+            QVERIFY2(code != kOrientationUndecided, qPrintable(QString::number(lies)));
+            QCOMPARE((lies + static_cast<int>(rotationAngle(code))) % 360, 0);
+        }
+    }
+
+    void leavesAlone_data()
+    {
+        QTest::addColumn<QImage>("page");
+        QTest::newRow("blank") << drawntext::paper(1654, 2339);
+        QTest::newRow("photograph") << toImage(drawn::photograph({1654, 2339}));
+        QTest::newRow("vertical text") << verticalPage();
+        QTest::newRow("lone characters") << loneCharactersPage();
+        QTest::newRow("digits") << filledPage(QStringLiteral("6908169.1809 68 "));
+        QTest::newRow("rings and dots") << filledPage(QStringLiteral("。o。，o 0。o、。。o"));
+    }
+    void leavesAlone()
+    {
+        QFETCH(QImage, page);
+        for (int lies = 0; lies < 360; lies += 90)
+            QCOMPARE(codeOf(turned(page, lies)), kOrientationUndecided);
+        QCOMPARE(rotationAngle(kOrientationUndecided), 0.0);
+    }
+
+    void withoutModelUndecided()
+    {
+        const QImage page = smallPage();
+        QTemporaryDir empty;
+        qputenv("TESSDATA_PREFIX", empty.path().toLocal8Bit());
+        const int without = codeOf(page);
+        qunsetenv("TESSDATA_PREFIX");
+        QCOMPARE(without, kOrientationUndecided);
+        QCOMPARE(codeOf(page), 0);
+    }
+
+    void unreadableFilesAreUndecided()
+    {
+        QCOMPARE(getRealRotation(std::string()), kOrientationUndecided);
+        QCOMPARE(getRealRotation(m_folder.filePath(QStringLiteral("none.bmp")).toStdString()),
+                 kOrientationUndecided);
+        const QString path = m_folder.filePath(QStringLiteral("cut.bmp"));
+        QVERIFY(smallPage().save(path));
+        for (const int bytes : {5000, 60, 20, 1, 0}) {
+            QVERIFY(QFile::resize(path, bytes));
+            QCOMPARE(getRealRotation(path.toStdString()), kOrientationUndecided);
+        }
+    }
+
+    void unfitPicturesAreUndecided()
+    {
+        const cv::Mat page = drawntext::toMat(smallPage());
+        QCOMPARE(getRotation(page), 0);
+        cv::Mat grey;
+        cv::cvtColor(page, grey, cv::COLOR_BGR2GRAY);
+        QCOMPARE(getRotation(grey), kOrientationUndecided);
+        QCOMPARE(getRotation(cv::Mat()), kOrientationUndecided);
+        for (const cv::Size& size :
+             {cv::Size(1, 1), cv::Size(1, 4000), cv::Size(4000, 1), cv::Size(3, 400000)})
+            QCOMPARE(getRotation(cv::Mat(size, CV_8UC3, cv::Scalar::all(0))), kOrientationUndecided);
+    }
 
 private:
-    int codeOf(const QImage& page);
+    int codeOf(const QImage& page)
+    {
+        const QString path = m_folder.filePath(QStringLiteral("页面.bmp"));
+        return page.save(path) ? getRealRotation(path.toStdString()) : -1;
+    }
 
     QTemporaryDir m_folder;
 };
-
-int TestOrientation::codeOf(const QImage& page)
-{
-    const QString path = m_folder.filePath(QStringLiteral("页面.bmp"));
-    return page.save(path) ? getRealRotation(path.toStdString()) : -1;
-}
-
-void TestOrientation::turnsTextUpright_data()
-{
-    QTest::addColumn<QImage>("page");
-    QTest::newRow("text") << textPage();
-    QTest::newRow("table") << tablePage();
-    QTest::newRow("skewed by 5 degrees") << skewedPage();
-    QTest::newRow("small") << smallPage();
-}
-
-void TestOrientation::turnsTextUpright()
-{
-    QFETCH(QImage, page);
-    for (int lies = 0; lies < 360; lies += 90) {
-        const int code = codeOf(turned(page, lies));
-        QVERIFY2(code != kOrientationUndecided, qPrintable(QString::number(lies)));
-        QCOMPARE((lies + static_cast<int>(rotationAngle(code))) % 360, 0);
-    }
-}
-
-void TestOrientation::leavesAlone_data()
-{
-    QTest::addColumn<QImage>("page");
-    QTest::newRow("blank") << drawntext::paper(1654, 2339);
-    QTest::newRow("photograph") << photoPage();
-    QTest::newRow("vertical text") << verticalPage();
-    QTest::newRow("lone characters") << loneCharactersPage();
-    QTest::newRow("digits") << filledPage(QStringLiteral("6908169.1809 68 "));
-    QTest::newRow("rings and dots") << filledPage(QStringLiteral("。o。，o 0。o、。。o"));
-}
-
-void TestOrientation::leavesAlone()
-{
-    QFETCH(QImage, page);
-    for (int lies = 0; lies < 360; lies += 90)
-        QCOMPARE(codeOf(turned(page, lies)), kOrientationUndecided);
-    QCOMPARE(rotationAngle(kOrientationUndecided), 0.0);
-}
-
-void TestOrientation::withoutModelUndecided()
-{
-    const QImage page = smallPage();
-    QTemporaryDir empty;
-    qputenv("TESSDATA_PREFIX", empty.path().toLocal8Bit());
-    const int without = codeOf(page);
-    qunsetenv("TESSDATA_PREFIX");
-    QCOMPARE(without, kOrientationUndecided);
-    QCOMPARE(codeOf(page), 0);
-}
-
-void TestOrientation::unreadableFilesAreUndecided()
-{
-    QCOMPARE(getRealRotation(std::string()), kOrientationUndecided);
-    QCOMPARE(getRealRotation(m_folder.filePath(QStringLiteral("none.bmp")).toStdString()),
-             kOrientationUndecided);
-    const QString path = m_folder.filePath(QStringLiteral("cut.bmp"));
-    QVERIFY(smallPage().save(path));
-    for (const int bytes : {5000, 60, 20, 1, 0}) {
-        QVERIFY(QFile::resize(path, bytes));
-        QCOMPARE(getRealRotation(path.toStdString()), kOrientationUndecided);
-    }
-}
-
-void TestOrientation::unfitPicturesAreUndecided()
-{
-    const cv::Mat page = drawntext::toMat(smallPage());
-    QCOMPARE(getRotation(page), 0);
-    cv::Mat grey;
-    cv::cvtColor(page, grey, cv::COLOR_BGR2GRAY);
-    QCOMPARE(getRotation(grey), kOrientationUndecided);
-    QCOMPARE(getRotation(cv::Mat()), kOrientationUndecided);
-    for (const cv::Size& size : {cv::Size(1, 1), cv::Size(1, 4000), cv::Size(4000, 1), cv::Size(3, 400000)})
-        QCOMPARE(getRotation(cv::Mat(size, CV_8UC3, cv::Scalar::all(0))), kOrientationUndecided);
-}
 
 QTEST_MAIN(TestOrientation)
 #include "tst_orientation.moc"

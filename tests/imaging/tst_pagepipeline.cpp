@@ -30,11 +30,6 @@ QString drawPage(const QString& name, const QColor& bar, const QSize& size = {kW
     return page.save(path, "PPM") ? path : QString();
 }
 
-QString drawBlank(const QString& name)
-{
-    return drawPage(name, Qt::white);
-}
-
 } // namespace
 
 class TestPagePipeline : public QObject
@@ -49,6 +44,10 @@ private:
     PagePipeline pipeline()
     {
         return PagePipeline(m_library, [this] { return QStringLiteral("page%1").arg(++m_names); });
+    }
+    PageResult process(int number, const QColor& bar = Qt::black)
+    {
+        return pipeline().processPage(drawPage(QString("zarnqwd200-000%1.pnm").arg(number), bar), m_options);
     }
     QImage saved(const PageResult& result, int index = 0) { return QImage(result.files.value(index)); }
 
@@ -69,8 +68,7 @@ private slots:
 
     void savesThePageAndLeavesTheNumberOfNamesToTheNumberOfFiles()
     {
-        const PageResult result =
-            pipeline().processPage(drawPage("zarnqwd200-0001.pnm", Qt::black), m_options);
+        const PageResult result = process(1);
         QCOMPARE(result.files, QStringList{m_options.folder + "page1.png"});
         QVERIFY(result.sourceDone && result.problems.isEmpty());
         const QImage image = saved(result);
@@ -79,37 +77,31 @@ private slots:
 
         // The name is taken: a page is not lost by overwriting it.
         m_names = 0;
-        QCOMPARE(pipeline().processPage(drawPage("zarnqwd200-0002.pnm", Qt::red), m_options).files,
-                 QStringList{m_options.folder + "page1-1.png"});
+        QCOMPARE(process(2, Qt::red).files, QStringList{m_options.folder + "page1-1.png"});
         m_names = 0;
         m_options.replaceExisting = true;
-        QCOMPARE(pipeline().processPage(drawPage("zarnqwd200-0003.pnm", Qt::red), m_options).files,
-                 QStringList{m_options.folder + "page1.png"});
+        QCOMPARE(process(3, Qt::red).files, QStringList{m_options.folder + "page1.png"});
     }
 
     void fixedTurnFollowsTheSideOfTheSheet()
     {
         m_options.frontTurn.clockwiseDegrees = 90;
         m_options.backTurn.clockwiseDegrees = 180;
-        const QImage front =
-            saved(pipeline().processPage(drawPage("zarnqwd200-0001.pnm", Qt::black), m_options));
-        const QImage back =
-            saved(pipeline().processPage(drawPage("zarnqwd200-0002.pnm", Qt::black), m_options));
+        const QImage front = saved(process(1));
+        const QImage back = saved(process(2));
         QCOMPARE(front.size(), QSize(kHeight, kWidth));
         QVERIFY(qGray(front.pixel(kHeight * 7 / 8, kWidth / 2)) < 60); // the bar is at the right
         QCOMPARE(back.size(), QSize(kWidth, kHeight));
         QVERIFY(qGray(back.pixel(kWidth / 2, kHeight * 7 / 8)) < 60); // and at the bottom
         // With one side set only, it counts for every page.
         m_options.frontTurn.enabled = false;
-        QCOMPARE(saved(pipeline().processPage(drawPage("zarnqwd200-0003.pnm", Qt::black), m_options)).size(),
-                 QSize(kWidth, kHeight));
+        QCOMPARE(saved(process(3)).size(), QSize(kWidth, kHeight));
     }
 
     void automaticOrientationLeavesNoProbeBehind()
     {
         m_options.frontTurn.enabled = m_options.backTurn.enabled = false;
-        const PageResult result =
-            pipeline().processPage(drawPage("zarnqwd200-0001.pnm", Qt::black), m_options);
+        const PageResult result = process(1);
         QCOMPARE(saved(result).size(), QSize(kWidth, kHeight));
         QVERIFY(!QFile::exists(paths::tempFolder() + "autoRotate.bmp"));
     }
@@ -119,16 +111,16 @@ private slots:
         m_options.deleteBlank = true;
         for (const int level : {1, 8, 15}) {
             m_options.blankLevel = level;
-            const PageResult result = pipeline().processPage(drawBlank("zarnqwd200-0001.pnm"), m_options);
+            const PageResult result = process(1, Qt::white);
             QVERIFY(result.blank && result.sourceDone && result.files.isEmpty());
         }
         QCOMPARE(m_names, 0); // a dropped page takes no number
         for (const int level : {0, 16, -1}) {
             m_options.blankLevel = level;
-            QVERIFY(!pipeline().processPage(drawBlank("zarnqwd200-0001.pnm"), m_options).blank);
+            QVERIFY(!process(1, Qt::white).blank);
         }
         m_options.blankLevel = 8;
-        QVERIFY(!pipeline().processPage(drawPage("zarnqwd200-0001.pnm", Qt::black), m_options).blank);
+        QVERIFY(!process(1).blank);
     }
 
     void sheetsAreJoinedInBothDirectionsAndKeptWithOneBlankSide()
@@ -136,7 +128,7 @@ private slots:
         m_options.merge = m_options.deleteBlank = true;
         m_options.blankLevel = 8;
         const QString front = drawPage("zarnqwd200-0001.pnm", Qt::red);
-        const QString back = drawBlank("zarnqwd200-0002.pnm");
+        const QString back = drawPage("zarnqwd200-0002.pnm", Qt::white);
         QCOMPARE(saved(pipeline().processSheet(front, back, m_options)).size(), QSize(kWidth, 2 * kHeight));
         m_options.horizontal = true;
         const QImage wide = saved(pipeline().processSheet(front, back, m_options));
@@ -144,7 +136,8 @@ private slots:
         QVERIFY(qRed(wide.pixel(kWidth / 2, kHeight / 8)) > 200 &&
                 qGreen(wide.pixel(kWidth / 2, kHeight / 8)) < 60);
         QVERIFY(qGray(wide.pixel(kWidth * 3 / 2, kHeight / 8)) > 200);
-        const PageResult blank = pipeline().processSheet(drawBlank("zarnqwd200-0003.pnm"), back, m_options);
+        const PageResult blank =
+            pipeline().processSheet(drawPage("zarnqwd200-0003.pnm", Qt::white), back, m_options);
         QVERIFY(blank.blank && blank.files.isEmpty());
     }
 
@@ -166,31 +159,20 @@ private slots:
         QVERIFY(none.problems.value(0).contains("zarnqwd200-0001.pnm"));
     }
 
-    void customPaperIsCutBelowA4Only_data()
-    {
-        QTest::addColumn<double>("width");
-        QTest::addColumn<double>("height");
-        QTest::addColumn<QSize>("size");
-        const auto pixels = [](double w, double h) {
-            return QSize(qRound(w / 2.54 * 150), qRound(h / 2.54 * 150));
-        };
-        QTest::newRow("both below") << 10.0 << 15.0 << pixels(10, 15);
-        QTest::newRow("wide") << 30.0 << 15.0 << pixels(21, 15);
-        QTest::newRow("high") << 10.0 << 40.0 << pixels(10, 29.7);
-        QTest::newRow("exactly as wide as A4") << 21.0 << 25.0 << QSize(kWidth, kHeight);
-        QTest::newRow("beyond A4") << 30.0 << 40.0 << QSize(kWidth, kHeight);
-    }
-
     void customPaperIsCutBelowA4Only()
     {
-        QFETCH(double, width);
-        QFETCH(double, height);
-        QFETCH(QSize, size);
-        m_options.paper = {true, width, height, true};
-        const QSize got =
-            saved(pipeline().processPage(drawPage("zarnqwd200-0001.pnm", Qt::black), m_options)).size();
-        QVERIFY2(qAbs(got.width() - size.width()) <= 1 && qAbs(got.height() - size.height()) <= 1,
-                 qPrintable(QStringLiteral("%1 x %2").arg(got.width()).arg(got.height())));
+        const struct
+        {
+            double width, height, cutWidth, cutHeight; // in cm
+        } rows[] = {
+            {10, 15, 10, 15}, {30, 15, 21, 15}, {10, 40, 10, 29.7}, {21, 25, 21, 29.7}, {30, 40, 21, 29.7}};
+        for (const auto& [width, height, cutWidth, cutHeight] : rows) {
+            m_options.paper = {true, width, height, true};
+            const QSize got = saved(process(1)).size();
+            QVERIFY2(qAbs(got.width() - cutWidth / 2.54 * 150) <= 1.5 &&
+                         qAbs(got.height() - cutHeight / 2.54 * 150) <= 1.5,
+                     qPrintable(QStringLiteral("%1 x %2").arg(got.width()).arg(got.height())));
+        }
     }
 
     void resolutionIsReachedFromWhatTheDeviceDelivers()
@@ -246,8 +228,7 @@ private slots:
             QVERIFY(!pipeline().processSheet(damaged, damaged, m_options).sourceDone);
         }
         m_options.folder = defaultSaveFolder() + "/missing/";
-        const PageResult result =
-            pipeline().processPage(drawPage("zarnqwd200-0002.pnm", Qt::black), m_options);
+        const PageResult result = process(2);
         QVERIFY(!result.sourceDone);
         QVERIFY(result.problems.value(0).contains("missing"));
     }
