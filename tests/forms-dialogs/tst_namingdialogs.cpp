@@ -6,6 +6,7 @@
 #include "driving.h"
 #include "forms/append.h"
 #include "forms/filenameset.h"
+#include "forms/prefixdialog.h"
 #include "forms/saveset.h"
 #include "output/savefolder.h"
 
@@ -144,6 +145,31 @@ private slots:
         press(dialog, QDialogButtonBox::Ok);
         QVERIFY(!dialog.isVisible());
         QCOMPARE(storedSaveFolder("Scan_Scan_FilePath"), QString("/proc/nothing/here"));
+    }
+
+    void prefixes()
+    {
+        NamingRules rules;
+        rules.userDefined = true;
+        rules.prefix = "image";
+        rules.start = "7";
+        rules.digits = 3;
+        PrefixDialog dialog(PrefixDialog::Moment::BeforeBatch, rules);
+        open(dialog);
+        QTest::keyClicks(QApplication::focusWidget(), "bill"); // replaces the selected text at once
+        QCOMPARE(control<QLabel>(dialog, "nameLabel")->text(), QString("bill007"));
+        QTest::keyClicks(QApplication::focusWidget(), "/");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QVERIFY(dialog.isVisible() && !message(dialog).isEmpty());
+        checkReachable(dialog);
+        type(dialog, "prefixEdit", "bill");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(dialog.prefix(), QString("bill"));
+
+        PrefixDialog after(PrefixDialog::Moment::AfterBatch, rules);
+        open(after);
+        QVERIFY(!control<QWidget>(after, "nameLabel")->isVisible()); // the files have their numbers already
     }
 
     void applicationsOfThePdfFunction()

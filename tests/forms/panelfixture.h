@@ -49,25 +49,6 @@ public:
     static QString stored(const QString& key) { return openMainSettings()->value(key).toString(); }
     static QStringList saved() { return QDir(defaultSaveFolder()).entryList(QDir::Files); }
 
-    // Panels of both pages write every key of their own group but those of the dialogs.
-    void keysOfBothPagesAreWritten(const QString& function)
-    {
-        for (const QString page : {"Scan", "File"}) {
-            const QString group = page + '_' + function;
-            restart(page);
-            openMainSettings()->remove(group);
-            QVERIFY(page == "Scan" ? panel->scanWriteIni() : panel->fileWriteIni());
-            for (const Setting& setting : table(group).settings) {
-                const QByteArray key = setting.key;
-                if (key == "dateAndtime")
-                    break; // from here on the dialogs' keys
-                QVERIFY2(openMainSettings()->contains(group + '/' + key) || key == "fileName" ||
-                             key == "saveFile",
-                         setting.key);
-            }
-        }
-    }
-
     // A pressed key gives what the scanner is asked for.
     void scannerIsAskedFor(int resolution)
     {

@@ -144,8 +144,8 @@ private:
     }
 
     template <typename Panel>
-    void movePanel(const std::function<std::unique_ptr<Panel>()>& make,
-                   const std::function<void(Panel&)>& store)
+    void movePanel(const QString& group, const std::function<std::unique_ptr<Panel>()>& make,
+                   const std::function<void(Panel&)>& store, const std::function<void(Panel&)>& setDefaults)
     {
         const auto show = [](Panel& panel) {
             if (auto* tabs = panel.template findChild<QTabWidget*>())
@@ -154,10 +154,22 @@ private:
         };
         const std::unique_ptr<Panel> panel = make();
         show(*panel);
+        const QStringList factory = state(*panel);
+        openMainSettings()->remove(group);
         moveEverything(*panel, panel->functionControls().controls, [&] { store(*panel); });
         const std::unique_ptr<Panel> again = make();
         show(*again);
         QCOMPARE(state(*again), state(*panel));
+        setDefaults(*again);
+        QCOMPARE(state(*again), factory);
+        for (const Setting& setting : table(group).settings) {
+            const QByteArray key = setting.key;
+            if (key == "dateAndtime")
+                break; // from here on the dialogs' keys
+            QVERIFY2(openMainSettings()->contains(group + '/' + key) || key == "fileName" ||
+                         key == "saveFile",
+                     setting.key);
+        }
     }
 
     // Moves one control after the other, each seen again when the dialog is opened the next time.
@@ -223,25 +235,46 @@ private slots:
 
     void pages()
     {
-        moveEverything(*m_form->scan->page, m_form->scan->c, [&] { storePage(*m_form->scan, "Scan_Scan"); });
-        m_form->ui.functionStack->setCurrentWidget(m_form->ui.filePage);
-        moveEverything(*m_form->file->page, m_form->file->c, [&] { storePage(*m_form->file, "File_Scan"); });
+        for (PageUnderTest* page : {m_form->scan.get(), m_form->file.get()}) {
+            const bool scan = page == m_form->scan.get();
+            const char* group = scan ? "Scan_Scan" : "File_Scan";
+            m_form->ui.functionStack->setCurrentWidget(page->page);
+            {
+                const auto file = openMainSettings();
+                const GroupScope scope(*file, group);
+                page->settings.read(*file);
+            }
+            for (QCheckBox* box : {page->c.autoCut, page->c.imgMend})
+                box->setChecked(false); // on in a new file, not among the defaults
+            const QStringList factory = state(*page->page);
+            moveEverything(*page->page, page->c, [&] { storePage(*page, group); });
+            page->logic.setRotation(ScanPageLogic::Side::Front, 2);
+            page->logic.setDefaults();
+            QCOMPARE(state(*page->page), factory);
+            QCOMPARE(page->logic.rotation(ScanPageLogic::Side::Front), 0);
+        }
     }
 
     void pdf()
     {
-        movePanel<pdfpanel>([&] { return std::make_unique<pdfpanel>("Scan", m_host); },
-                            [](pdfpanel& panel) { QVERIFY(panel.scanWriteIni()); });
+        movePanel<pdfpanel>(
+            "Scan_PDF", [&] { return std::make_unique<pdfpanel>("Scan", m_host); },
+            [](pdfpanel& panel) { QVERIFY(panel.scanWriteIni()); },
+            [](pdfpanel& panel) { panel.setDefaultValue(); });
     }
     void ocr()
     {
-        movePanel<ocrpanel>([&] { return std::make_unique<ocrpanel>("File", m_host); },
-                            [](ocrpanel& panel) { QVERIFY(panel.fileWriteIni()); });
+        movePanel<ocrpanel>(
+            "File_OCR", [&] { return std::make_unique<ocrpanel>("File", m_host); },
+            [](ocrpanel& panel) { QVERIFY(panel.fileWriteIni()); },
+            [](ocrpanel& panel) { panel.ocrSetDefaultValue(); });
     }
     void folderPanel()
     {
-        movePanel<FolderPanel>([] { return std::make_unique<copyPanel>("Scan"); },
-                               [](FolderPanel& panel) { QVERIFY(panel.writeIni()); });
+        movePanel<FolderPanel>(
+            "Scan_Copy", [] { return std::make_unique<copyPanel>("Scan"); },
+            [](FolderPanel& panel) { QVERIFY(panel.writeIni()); },
+            [](FolderPanel& panel) { panel.setDefaultValue(); });
     }
 
     void dialogs_data()

@@ -6,6 +6,7 @@
 #include "config/keys.h"
 #include "config/settingsfile.h"
 #include "config/settingtable.h"
+#include "forms-dialogs/driving.h"
 #include "mainform.h"
 
 using Side = ScanPageLogic::Side;
@@ -27,6 +28,51 @@ class TestScanPage : public QObject
     Q_OBJECT
 private slots:
     void init() { QVERIFY(freshRoot()); }
+
+    // The main window's form fits on a small screen, and the Tab key goes through it in reading order.
+    void pagesFitAndAreReadInOrder_data()
+    {
+        QTest::addColumn<bool>("scanPage");
+        QTest::newRow("scan page") << true;
+        QTest::newRow("file page") << false;
+    }
+    void pagesFitAndAreReadInOrder()
+    {
+        QFETCH(bool, scanPage);
+        useUsualFont();
+        MainForm form;
+        const auto& ui = form.ui;
+        const ScanPageControls& c = scanPage ? form.scan->c : form.file->c;
+        for (QWidget* other :
+             scanPage ? QVector<QWidget*>{ui.fileFunctionLabel, ui.templetBtncomboBox, ui.fileDescribeLabel}
+                      : QVector<QWidget*>{ui.functionLabel, ui.templetBtncomboBox_3, ui.scanDescribeLabel})
+            other->hide();
+        ui.functionStack->setCurrentWidget(scanPage ? ui.scanPage : ui.filePage);
+        form.window.setFixedSize(form.window.sizeHint());
+        QVERIFY2(form.window.width() <= 1180 && form.window.height() <= 640,
+                 qPrintable(QStringLiteral("%1x%2").arg(form.window.width()).arg(form.window.height())));
+        c.source->setCurrentIndex(3); // enables what a duplex scan can use
+        c.resolution->setCurrentIndex(6);
+        c.colorMode->setCurrentIndex(0);
+        c.combine->click();
+        open(form.window);
+
+        ui.scanButton->setFocus();
+        QTest::keyClick(ui.scanButton, Qt::Key_Tab);
+        const QVector<QWidget*> reached = tabOrder(form.window);
+        const QVector<QWidget*> reading = {scanPage ? ui.templetBtncomboBox_3 : ui.templetBtncomboBox,
+                                           c.source,
+                                           c.resolution,
+                                           c.resolutionText,
+                                           c.lightness,
+                                           c.autoCut,
+                                           c.fileType,
+                                           ui.helpPushButton,
+                                           ui.scanButton};
+        for (int i = 1; i < reading.size(); ++i)
+            QVERIFY2(reached.indexOf(reading[i - 1]) < reached.indexOf(reading[i]),
+                     qPrintable(reading[i]->objectName()));
+    }
 
     void deviceResolution()
     {
@@ -175,33 +221,6 @@ private slots:
             QCOMPARE(ScanPageLogic::clockwiseDegrees(code), (360 - 90 * code) % 360);
         }
         QCOMPARE(ScanPageLogic::rotationCode("?"), 3);
-    }
-
-    void defaults()
-    {
-        MainForm form;
-        PageUnderTest& page = *form.scan;
-        const ScanPageControls& c = page.c;
-        for (auto* button : page.page->findChildren<QAbstractButton*>())
-            button->setChecked(true);
-        for (auto* combo : page.page->findChildren<QComboBox*>())
-            combo->setCurrentIndex(combo->count() - 1);
-        page.c.gamma->setValue(30);
-        page.logic.setRotation(Side::Front, 2);
-        page.logic.doubleRotateState();
-        page.logic.setDefaults();
-        QSet<QString> checked;
-        for (const auto* button : page.page->findChildren<QAbstractButton*>())
-            if (button->isChecked())
-                checked << button->text();
-        QCOMPARE(checked, (QSet<QString>{c.autoCrowed->text(), c.autoRight->text(), c.front->text(),
-                                         c.vertical->text()}));
-        QCOMPARE((QVector<int>{c.source->currentIndex(), c.paperSize->currentIndex(),
-                               c.colorMode->currentIndex(), c.resolution->currentIndex(),
-                               c.lightness->value(), c.contrast->value(), c.gamma->value()}),
-                 (QVector<int>{1, 1, 2, 3, 15, 35, 120}));
-        QVERIFY(page.logic.isAutoRotate());
-        QCOMPARE(page.logic.rotation(Side::Front), 0);
     }
 
     void missingAndBadValues()

@@ -18,7 +18,6 @@
 #include "mainform.h"
 
 #include <QDoubleSpinBox>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
@@ -186,16 +185,11 @@ private slots:
         QTRY_VERIFY(!shown.isEmpty());
         QCOMPARE(preview->before().size(), kDetailSize);
         auto* slider = control<QSlider>(dialog, "WBThreshold");
-        qint64 best = 10000;
-        for (int value : {40, 90, 150, 200}) {
+        for (int value : {40, 90}) {
             shown.clear();
-            QElapsedTimer clock;
-            clock.start();
             slider->setValue(value);
             QVERIFY(shown.wait());
-            best = qMin(best, clock.elapsed());
         }
-        qInfo() << "from the slider's move to the picture, at best:" << best << "ms";
         slider->setValue(130);
         ImageConvertFunction library;
         ImageHandle image(library, library.getImage(qPrintable(lastPage().detail)));
@@ -303,6 +297,18 @@ private slots:
             press(dialog, QDialogButtonBox::Cancel);
         });
         QVERIFY(!editRotation(*m_function, window()));
+    }
+
+    void onlyScannedSidesAreOffered()
+    {
+        for (const ScanSides sides : {ScanSides::Front, ScanSides::Back}) {
+            RotateSet dialog({false, 1, 2}, sides);
+            open(dialog);
+            QCOMPARE(control<QWidget>(dialog, "frontGroup")->isVisible(), sides == ScanSides::Front);
+            QCOMPARE(control<QWidget>(dialog, "backGroup")->isVisible(), sides == ScanSides::Back);
+            QCOMPARE(dialog.choice().front, 1);
+            QCOMPARE(dialog.choice().back, 2);
+        }
     }
 
     void badValues()

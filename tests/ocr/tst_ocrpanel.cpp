@@ -16,22 +16,6 @@ private slots:
     void init() { startAnew(); }
     void cleanup() { panel.reset(); }
 
-    void settingsOfItsOwnComeBackInBothGroups()
-    {
-        put({{"File_OCR/docType", 1}, {"File_OCR/resolution", 2}, {"File_OCR/split", true}});
-        restart("File");
-        QVERIFY(panel->fileWriteIni());
-        QCOMPARE((QStringList{stored("File_OCR/docType"), stored("File_OCR/resolutionText"),
-                              stored("File_OCR/split"), stored("File_OCR/noiseMode")}),
-                 (QStringList{"1", "400", "true", "0"}));
-        panel->ocrSetDefaultValue();
-        QVERIFY(panel->fileWriteIni());
-        QCOMPARE(
-            (QStringList{stored("File_OCR/docType"), stored("File_OCR/resolutionText"),
-                         stored("File_OCR/split"), stored("File_OCR/autoRight"), stored("File_OCR/gamma")}),
-            (QStringList{"0", "300", "false", "false", "120"}));
-    }
-
     void scanParameters()
     {
         control<QComboBox>("papersizeComboBox")->setCurrentIndex(5);

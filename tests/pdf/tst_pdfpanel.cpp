@@ -17,18 +17,6 @@ private slots:
     void init() { startAnew(); }
     void cleanup() { panel.reset(); }
 
-    void settingsOfItsOwnComeBackInBothGroups()
-    {
-        put({{"File_PDF/gamma", 85}, {"File_PDF/fileBW", 2}});
-        restart("File");
-        QVERIFY(panel->fileWriteIni());
-        QCOMPARE(stored("File_PDF/gamma") + stored("File_PDF/fileBW"), "852");
-        panel->setDefaultValue();
-        QVERIFY(panel->fileWriteIni());
-        QCOMPARE(stored("File_PDF/gamma") + stored("File_PDF/fileBW"), "1201");
-        QCOMPARE(openPathSettings()->value("File_PDF_FilePath/savepath").toString(), defaultSaveFolder());
-    }
-
     void documentTypeByColourMode()
     {
         for (int mode = 0; mode < 3; ++mode) {
