@@ -146,33 +146,28 @@ private slots:
         QCOMPARE(picture(out("lying.jpg")).size(), cv::Size(1240, 1754));
     }
 
-    void wrongUseDoesNothing_data()
-    {
-        QTest::addColumn<QStringList>("words");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("unknown") << QStringList{"--gama", "1.1"} << "gama";
-        QTest::newRow("not a number") << QStringList{"--gamma", "strong"} << "strong";
-        QTest::newRow("out of range") << QStringList{"--blank", "16"} << "16";
-        QTest::newRow("fraction") << QStringList{"--blur", "1.5"} << "1.5";
-        QTest::newRow("too few") << QStringList{"--in-border", "1,2,3,4"} << "R,G,B,TOP,LEFT";
-        QTest::newRow("type") << QStringList{"--type", "gif"} << "gif";
-        QTest::newRow("odd") << QStringList{"--append", "0"} << "--append";
-        QTest::newRow("two splits") << QStringList{"--split", "2,1", "--split", "3,1"} << "--split";
-        QTest::newRow("report over the page") << QStringList{"--report", "PAGE"} << "page.pnm";
-    }
     void wrongUseDoesNothing()
     {
-        QFETCH(QStringList, words);
-        QFETCH(QString, named);
-        const QString page =
-            write(QStringLiteral("page.pnm"), cv::Mat(20, 20, CV_8UC3, cv::Scalar::all(200)));
-        const QByteArray before = bytesOf(page);
-        words.replaceInStrings(QStringLiteral("PAGE"), page);
-        const Run run = convert(words + QStringList{page}, words.contains(QStringLiteral("--report")));
-        QCOMPARE(run.status, 2);
-        QVERIFY2(run.messages.contains(named), qPrintable(run.messages));
-        QVERIFY(run.written.isEmpty());
-        QCOMPARE(bytesOf(page), before);
+        QList<QPair<QStringList, QString>> uses{{{"--gama", "1.1"}, "gama"},
+                                                {{"--gamma", "strong"}, "strong"},
+                                                {{"--blank", "16"}, "16"},
+                                                {{"--blur", "1.5"}, "1.5"},
+                                                {{"--in-border", "1,2,3,4"}, "R,G,B,TOP,LEFT"},
+                                                {{"--type", "gif"}, "gif"},
+                                                {{"--append", "0"}, "--append"},
+                                                {{"--split", "2,1", "--split", "3,1"}, "--split"},
+                                                {{"--report", "PAGE"}, "page.pnm"}};
+        for (auto& [words, named] : uses) {
+            const QString page =
+                write(QStringLiteral("page.pnm"), cv::Mat(20, 20, CV_8UC3, cv::Scalar::all(200)));
+            const QByteArray before = bytesOf(page);
+            words.replaceInStrings(QStringLiteral("PAGE"), page);
+            const Run run = convert(words + QStringList{page}, words.contains(QStringLiteral("--report")));
+            QCOMPARE(run.status, 2);
+            QVERIFY2(run.messages.contains(named), qPrintable(run.messages));
+            QVERIFY(run.written.isEmpty());
+            QCOMPARE(bytesOf(page), before);
+        }
     }
 
 private:

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/freshroot.h"
 #include "config/settingsfile.h"
-#include "counterreplies.h"
-#include "device/functionalapp.h"
+#include "device/scriptedusb.h"
 #include "device/usb_communicate.h"
-#include "forms-dialogs/driving.h"
 #include "forms/wholesetpanel.h"
+#include "maintenancepage.h"
 
 #include <QMessageBox>
 #include <QRadioButton>
@@ -14,6 +13,15 @@
 #include <QTabWidget>
 
 namespace {
+
+// What the device answers to a counter query; bytes that carry nothing are not zero.
+QByteArray counterReply(int value, int length = 64)
+{
+    QByteArray reply(64, '\xEE');
+    reply[8] = char(value & 0xFF);
+    reply[9] = char(value >> 8);
+    return reply.left(length);
+}
 
 // A device that keeps the program waiting until the gate is opened.
 class SlowUsb : public ScriptedUsb
@@ -61,6 +69,26 @@ private slots:
         QCOMPARE(m_script.kept(), 0);
     }
 
+    void repliesThatAreNoCount()
+    {
+        FunctionalApp page(channel());
+        answer({1, 2, 3});
+        page.getScannerPrimiters();
+        for (int length : {0, 1, 8, 9, 10, 63}) {
+            m_script.replies.assign(3, {UsbStatus::Good, counterReply(77, length)});
+            page.getScannerPrimiters();
+            QCOMPARE(fields(page), QStringList({"1", "2", "3"}));
+        }
+        m_script.transfers.clear();
+        answer({0, 0, 5, 6});
+        m_script.replies[0].status = m_script.replies[1].status = UsbStatus::Pipe;
+        page.getScannerPrimiters(); // after a failed reply a late one is read away
+        QCOMPARE(fields(page), QStringList({"off 1", "5", "6"}));
+        QCOMPARE(sent(), QList<QByteArray>({"43 4e 54 52 01 04 00 00", "43 4e 54 52 01 01 00 00",
+                                            "43 4e 54 52 01 02 00 00"}));
+        QCOMPARE(m_script.kept(), 0);
+    }
+
     void limitsDecideWhatIsDue()
     {
         FunctionalApp page(channel());
@@ -96,6 +124,16 @@ private slots:
         click(page, "xiumian");
         QVERIFY(!minutes->isEnabled());
         QCOMPARE(send(), QByteArray("50 57 52 00 00 01 00 00"));
+        for (const auto& [time, frame] : QList<QPair<int, QByteArray>>{{59, "50 57 52 00 00 3b 00 00"},
+                                                                       {60, "50 57 52 00 00 00 01 00"},
+                                                                       {1440, "50 57 52 00 00 00 18 00"},
+                                                                       {99999, "50 57 52 00 00 00 18 00"},
+                                                                       {-5, "50 57 52 00 00 00 00 00"}}) {
+            m_script.replies = {{UsbStatus::Good, QByteArray(3, 0)}}; // any length is an answer
+            QCOMPARE(page.setSleepTime(time), usb_communicate::Done);
+            QCOMPARE(m_script.transfers.last().length, 8);
+            QCOMPARE(sent().last(), frame);
+        }
         page.readIni(); // what was sent is what is kept
         QVERIFY(control<QRadioButton>(page, "xiumian")->isChecked());
     }
@@ -135,6 +173,7 @@ private slots:
         answer({11, 22, 33});
         showCounters(page);
         m_script.transfers.clear();
+        m_script.release = UsbStatus::Io; // the commands have arrived all the same
         const struct
         {
             const char* button;
@@ -150,7 +189,8 @@ private slots:
             QCOMPARE(sent(), QList<QByteArray>());
 
             QString text;
-            answer({0, 11, 22, 0}); // to the reset, then three counts
+            answer({0, 11, 22, 0});              // to the reset, then three counts
+            m_script.replies[0].bytes.resize(3); // any length is an answer
             inModal<QMessageBox>([&](QMessageBox& box) {
                 text = box.text();
                 QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
@@ -159,6 +199,7 @@ private slots:
             QCOMPARE(text, reset.beginning + "将重置为0。\n该动作不可撤销，确定要继续吗？\n"
                                              "点击【OK】重置计数器，或者点击【取消】退出");
             QCOMPARE(sent().value(0), reset.frame);
+            QCOMPARE(m_script.transfers[1].length, 64);
             QCOMPARE(sent().size(), 4);
             QCOMPARE(fields(page), QStringList({"11", "22", "0"}));
             m_script.transfers.clear();
@@ -277,17 +318,14 @@ private:
         for (int count : counts)
             m_script.replies.push_back({UsbStatus::Good, counterReply(count)});
     }
-    QList<QByteArray> sent() const { return sentFrames(m_script); }
-    static QString field(const FunctionalApp& page, const char* name)
+    QList<QByteArray> sent() const // the frames that went out
     {
-        const auto* edit = control<QLineEdit>(page, name);
-        return (edit->isEnabled() ? QString() : "off ") + edit->text();
+        QList<QByteArray> frames;
+        for (const auto& transfer : m_script.transfers)
+            if (transfer.endpoint == 0x02)
+                frames << transfer.bytes.toHex(' ');
+        return frames;
     }
-    static QStringList fields(const FunctionalApp& page)
-    {
-        return {field(page, "current_plat"), field(page, "target_incom"), field(page, "target_ruandian")};
-    }
-    static QString status(const FunctionalApp& page) { return control<QLabel>(page, "statusLabel")->text(); }
     static QString settings(const FunctionalApp& page)
     {
         return QString("%1 %2 %3 %4 %5")

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The maintenance page with the real libusb and the scanner in software; runs below `vscan run`.
 #include "config/freshroot.h"
-#include "device/functionalapp.h"
 #include "device/usb_communicate.h"
-#include "forms-dialogs/driving.h"
+#include "maintenancepage.h"
 #include "virtual-scanner/daemonfixture.h"
 
 #include <QMessageBox>
@@ -77,15 +76,7 @@ private slots:
 
 private:
     static QString vscan(const QString& words) { return DaemonFixture::output(words.split(' ')); }
-    static QString shown(const FunctionalApp& page)
-    {
-        QString text;
-        for (const char* name : {"current_plat", "target_incom", "target_ruandian"}) {
-            const auto* field = control<QLineEdit>(page, name);
-            text += (field->isEnabled() ? "" : "off ") + field->text() + ", ";
-        }
-        return text + control<QLabel>(page, "statusLabel")->text();
-    }
+    static QString shown(const FunctionalApp& page) { return fields(page).join(", ") + ", " + status(page); }
 };
 
 QTEST_MAIN(VirtualMaintenanceTest)

@@ -71,50 +71,39 @@ private slots:
         QCOMPARE(sane_scan::device, nullptr);
     }
 
-    void frameTypes_data()
-    {
-        QTest::addColumn<QList<int>>("channels"); // formats of the frames
-        QTest::addColumn<int>("lines");
-        QTest::addColumn<int>("depth");
-        QTest::addColumn<int>("padding"); // bytes at the end of a line
-        QTest::addColumn<QByteArray>("sent");
-        QTest::addColumn<QByteArray>("expected");
-
-        const auto row = [](const char* name, QList<int> channels, int lines, int depth, int padding,
-                            QByteArray sent, QByteArray expected) {
-            QTest::newRow(name) << channels << lines << depth << padding << sent << expected;
-        };
-        const QList<int> grey = {0}, rgb = {1};
-        row("line art", grey, 2, 1, 0, "\x80\x40", "P4\n2 2\n\x80\x40");
-        row("grey 16", grey, 1, 16, 0, "\x01\x02\x03\x04", "P5\n\n2 1\n65535\n\x02\x01\x04\x03");
-        row("rgb 16", rgb, 1, 16, 0, "ABCDEFGHIJKL", "P6\n2 1\n65535\nBADCFEHGJILK");
-        row("grey of unknown height", grey, -1, 8, 0, "abcdef", "P5\n\n2 3\n255\nabcdef");
-        row("grey of unknown height, last line cut", grey, -1, 8, 0, "abcde", "P5\n\n2 2\n255\nabcd");
-        row("rgb 16 of unknown height", rgb, -1, 16, 0, "ABCDEFGHIJKL", "P6\n2 1\n65535\nBADCFEHGJILK");
-        row("padded lines", grey, 2, 8, 2, "ab--cd--", "P5\n\n2 2\n255\nabcd");
-        row("channels", {2, 3, 4}, 1, 8, 0, "rRgGbB", "P6\n2 1\n255\nrgbRGB");
-        row("channels of unknown height in another order", {4, 2, 3}, -1, 8, 0, "bBrRgG",
-            "P6\n2 1\n255\nrgbRGB");
-        row("red alone", {2}, 1, 8, 0, "rR", QByteArray("P6\n2 1\n255\nr\0\0R\0\0", 17));
-    }
     void frameTypes()
     {
-        QFETCH(QList<int>, channels);
-        QFETCH(int, lines);
-        QFETCH(int, depth);
-        QFETCH(int, padding);
-        QFETCH(QByteArray, sent);
-        QFETCH(QByteArray, expected);
-        const int share = sent.size() / channels.size();
-        for (int i = 0; i < channels.size(); ++i) {
-            ScriptedFrame one = frame(FrameFormat(channels[i]), 2, lines, depth, {sent.mid(i * share, share)},
-                                      i + 1 == channels.size());
-            one.parameters.bytesPerLine += padding;
-            m_script.frames.push_back(one);
+        const std::vector<int> grey = {0}, rgb = {1};
+        const struct
+        {
+            std::vector<int> channels; // formats of the frames
+            int lines, depth, padding; // padding: bytes at the end of a line
+            QByteArray sent, expected;
+        } rows[] = {
+            {grey, 2, 1, 0, "\x80\x40", "P4\n2 2\n\x80\x40"},
+            {grey, 1, 16, 0, "\x01\x02\x03\x04", "P5\n\n2 1\n65535\n\x02\x01\x04\x03"},
+            {rgb, 1, 16, 0, "ABCDEFGHIJKL", "P6\n2 1\n65535\nBADCFEHGJILK"},
+            {grey, -1, 8, 0, "abcdef", "P5\n\n2 3\n255\nabcdef"}, // of unknown height
+            {grey, -1, 8, 0, "abcde", "P5\n\n2 2\n255\nabcd"},    // its last line is cut
+            {rgb, -1, 16, 0, "ABCDEFGHIJKL", "P6\n2 1\n65535\nBADCFEHGJILK"},
+            {grey, 2, 8, 2, "ab--cd--", "P5\n\n2 2\n255\nabcd"},
+            {{2, 3, 4}, 1, 8, 0, "rRgGbB", "P6\n2 1\n255\nrgbRGB"},
+            {{4, 2, 3}, -1, 8, 0, "bBrRgG", "P6\n2 1\n255\nrgbRGB"},
+            {{2}, 1, 8, 0, "rR", QByteArray("P6\n2 1\n255\nr\0\0R\0\0", 17)},
+        };
+        for (const auto& [channels, lines, depth, padding, sent, expected] : rows) {
+            init();
+            const int share = sent.size() / int(channels.size());
+            for (int i = 0; i < int(channels.size()); ++i) {
+                ScriptedFrame one = frame(FrameFormat(channels[i]), 2, lines, depth,
+                                          {sent.mid(i * share, share)}, i + 1 == int(channels.size()));
+                one.parameters.bytesPerLine += padding;
+                m_script.frames.push_back(one);
+            }
+            QCOMPARE(scan(), SaneStatus::NoDocs);
+            QCOMPARE(content("p-0001.pnm"), expected);
+            QCOMPARE(m_report.pages, 1);
         }
-        QCOMPARE(scan(), SaneStatus::NoDocs);
-        QCOMPARE(content("p-0001.pnm"), expected);
-        QCOMPARE(m_report.pages, 1);
     }
 
     // 16-bit samples come in portions of any size; a sample's halves may be in different reads.

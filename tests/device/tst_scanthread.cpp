@@ -107,55 +107,46 @@ private slots:
         QCOMPARE(another->outcome(), Outcome::NoScanner);
     }
 
-    void busy_data()
-    {
-        QTest::addColumn<QList<int>>("opens");
-        QTest::addColumn<int>("cancelAtMs");
-        QTest::addColumn<int>("waitedMs");
-        QTest::addColumn<QByteArray>("code");
-        QTest::addColumn<int>("outcome");
-        const auto row = [](const char* name, QList<SaneStatus> answers, int cancelAtMs, int waitedMs,
-                            const char* code, Outcome outcome) {
-            QList<int> opens;
-            for (const SaneStatus status : answers)
-                opens << int(status);
-            while (opens.size() > 3 && opens.size() < 100)
-                opens << opens.last();
-            QTest::newRow(name) << opens << cancelAtMs << waitedMs << QByteArray(code) << int(outcome);
-        };
-        const SaneStatus busy = SaneStatus::DeviceBusy, broken = SaneStatus::IoError;
-        row("then good", {busy, broken, busy}, -1, 15000, "0000\n", Outcome::Scanned);
-        row("for ever", {busy, busy, busy, busy}, -1, 21 * 5000, "0000\n", Outcome::StillBusy);
-        row("then broken", {busy, broken, broken, broken}, -1, 21 * 5000, "1010\n", Outcome::OpenFailed);
-        row("broken at once", {broken, broken, broken, broken}, -1, 5000, "1010\n", Outcome::OpenFailed);
-        row("cancelled", {busy, busy, busy, busy}, 7300, 7300, "1011\n", Outcome::Cancelled);
-    }
     void busy()
     {
-        QFETCH(QList<int>, opens);
-        QFETCH(int, cancelAtMs);
-        for (const int status : opens)
-            m_script.opens.push_back(SaneStatus(status));
-        QByteArray whileWaiting;
-        m_onPause = [&](int totalMs) {
-            whileWaiting = stateText();
-            if (totalMs == cancelAtMs)
-                cancelflag::set();
-        };
-        m_script.frames = {page()};
-        const auto thread = makeThread();
-        QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
-        run(*thread);
-        QTEST(m_waitedMs, "waitedMs");
-        QCOMPARE(whileWaiting, QByteArray("1010\n"));
-        QTEST(stateText(), "code");
-        QTEST(int(thread->outcome()), "outcome");
-        QCOMPARE(over.count(), 1);
-        // Looked up anew each time, and never initialised twice.
-        const QStringList sessions = m_script.calls.filter(QRegularExpression("^(init|exit)$"));
-        for (int i = 0; i < sessions.size(); ++i)
-            QCOMPARE(sessions[i], QString(i % 2 ? "exit" : "init"));
-        QCOMPARE((sessions.size() + 1) / 2, m_script.calls.filter("open ").size());
+        const SaneStatus busy = SaneStatus::DeviceBusy, broken = SaneStatus::IoError;
+        const struct
+        {
+            std::deque<SaneStatus> opens; // more than three: the last one again and again
+            int cancelAtMs, waitedMs;
+            const char* code;
+            Outcome outcome;
+        } rows[] = {{{busy, broken, busy}, -1, 15000, "0000\n", Outcome::Scanned},
+                    {{busy, busy, busy, busy}, -1, 21 * 5000, "0000\n", Outcome::StillBusy},
+                    {{busy, broken, broken, broken}, -1, 21 * 5000, "1010\n", Outcome::OpenFailed},
+                    {{broken, broken, broken, broken}, -1, 5000, "1010\n", Outcome::OpenFailed},
+                    {{busy, busy, busy, busy}, 7300, 7300, "1011\n", Outcome::Cancelled}};
+        for (const auto& row : rows) {
+            init();
+            m_script.opens = row.opens;
+            if (row.opens.size() > 3)
+                m_script.opens.resize(100, row.opens.back());
+            QByteArray whileWaiting;
+            m_onPause = [&](int totalMs) {
+                whileWaiting = stateText();
+                if (totalMs == row.cancelAtMs)
+                    cancelflag::set();
+            };
+            m_script.frames = {page()};
+            const auto thread = makeThread();
+            QSignalSpy over(thread.get(), &scanThread::scanOverSignals);
+            run(*thread);
+            QCOMPARE(m_waitedMs, row.waitedMs);
+            QCOMPARE(whileWaiting, QByteArray("1010\n"));
+            QCOMPARE(stateText(), QByteArray(row.code));
+            QCOMPARE(thread->outcome(), row.outcome);
+            QCOMPARE(over.count(), 1);
+            // Looked up anew each time, and never initialised twice.
+            const QStringList sessions = m_script.calls.filter(QRegularExpression("^(init|exit)$"));
+            for (int i = 0; i < sessions.size(); ++i)
+                QCOMPARE(sessions[i], QString(i % 2 ? "exit" : "init"));
+            QCOMPARE((sessions.size() + 1) / 2, m_script.calls.filter("open ").size());
+        }
     }
 
     void faults()

@@ -9,41 +9,43 @@ class TestUsbCommunicate : public QObject
 {
     Q_OBJECT
 
-    static std::unique_ptr<usb_communicate> channel(UsbScript& script)
-    {
-        return std::make_unique<usb_communicate>(std::make_unique<ScriptedUsb>(script));
-    }
+    std::unique_ptr<UsbScript> m_script;
+    std::unique_ptr<usb_communicate> m_usb;
+    unsigned char m_buffer[64] = {};
 
 private slots:
+    void init()
+    {
+        m_usb.reset(); // before its script
+        m_script = std::make_unique<UsbScript>();
+        m_usb = std::make_unique<usb_communicate>(std::make_unique<ScriptedUsb>(*m_script));
+    }
+
     void exchange()
     {
-        UsbScript script;
-        auto usb = channel(script);
-        QCOMPARE(usb->initDevice(), 0);
+        QCOMPARE(m_usb->initDevice(), 0);
         unsigned char frame[8] = {'C', 'N', 'T', 'R', 1, 4, 0, 0};
-        QCOMPARE(usb->SendCmd(frame, 8), 0);
+        QCOMPARE(m_usb->SendCmd(frame, 8), 0);
         QByteArray answer(64, '\0');
         answer[8] = 0x34;
         answer[9] = 0x12;
-        script.replies.push_back({UsbStatus::Good, answer});
-        unsigned char reply[64] = {};
-        QCOMPARE(usb->ReadCmdBulk(reply, 64), 64);
-        QCOMPARE(reply[8] + 256 * reply[9], 4660);
-        script.press(2);
-        unsigned char report[8] = {};
-        QCOMPARE(usb->ReadCmd(report, 8), 4);
-        QCOMPARE(int(report[3]), 2);
-        QCOMPARE(usb->releaseDevice(), 0);
-        QCOMPARE(script.kept(), 0);
+        m_script->replies.push_back({UsbStatus::Good, answer});
+        QCOMPARE(m_usb->ReadCmdBulk(m_buffer, 64), 64);
+        QCOMPARE(m_buffer[8] + 256 * m_buffer[9], 4660);
+        m_script->press(2);
+        QCOMPARE(m_usb->ReadCmd(m_buffer, 8), 4);
+        QCOMPARE(int(m_buffer[3]), 2);
+        QCOMPARE(m_usb->releaseDevice(), 0);
+        QCOMPARE(m_script->kept(), 0);
 
-        QCOMPARE(script.calls, QStringList({"claim", "claim", "claim", "release"}));
-        QCOMPARE(script.transfers.size(), 3);
-        const auto& command = script.transfers[0];
+        QCOMPARE(m_script->calls, QStringList({"claim", "claim", "claim", "release"}));
+        QCOMPARE(m_script->transfers.size(), 3);
+        const auto& command = m_script->transfers[0];
         QVERIFY(command.bulk && command.endpoint == 0x02 && command.timeoutMs == 1000);
         QCOMPARE(command.bytes, QByteArray("CNTR\x01\x04\0\0", 8));
-        const auto& read = script.transfers[1];
+        const auto& read = m_script->transfers[1];
         QVERIFY(read.bulk && read.endpoint == 0x81 && read.length == 64 && read.timeoutMs == 2000);
-        const auto& event = script.transfers[2];
+        const auto& event = m_script->transfers[2];
         QVERIFY(!event.bulk && event.endpoint == 0x83 && event.length == 8 && event.timeoutMs == 100);
     }
 
@@ -60,28 +62,27 @@ private slots:
                           {true, good, good, UsbStatus::NoDevice}, // unplugged meanwhile
                           {true, good, good, UsbStatus::Access}};
         for (const auto& row : rows) {
-            UsbScript script;
-            script.present = row.present;
-            script.init = row.init;
-            script.list = row.list;
-            script.opening = row.open;
-            auto usb = channel(script);
-            QCOMPARE(usb->initDevice(), 252);
-            QCOMPARE(usb->checkUSBPrinter(), 0);
-            QCOMPARE(usb->accessDenied(), row.open == UsbStatus::Access);
-            QCOMPARE(script.kept(), 0);
+            init();
+            m_script->present = row.present;
+            m_script->init = row.init;
+            m_script->list = row.list;
+            m_script->opening = row.open;
+            QCOMPARE(m_usb->initDevice(), 252);
+            QCOMPARE(m_usb->checkUSBPrinter(), 0);
+            QCOMPARE(m_usb->accessDenied(), row.open == UsbStatus::Access);
+            QCOMPARE(m_script->kept(), 0);
 
-            script.present = true;
-            script.init = script.list = script.opening = good;
-            QCOMPARE(usb->checkUSBPrinter(), 1);
-            QCOMPARE(script.kept(), 0);
-            QVERIFY(!usb->accessDenied());
-            script.kernelDriver = true;
-            QCOMPARE(usb->initDevice(), 0);
-            QCOMPARE(script.calls, QStringList("detach"));
-            script.detach = UsbStatus::Access;
-            QCOMPARE(usb->initDevice(), 255);
-            QCOMPARE(script.kept(), 0);
+            m_script->present = true;
+            m_script->init = m_script->list = m_script->opening = good;
+            QCOMPARE(m_usb->checkUSBPrinter(), 1);
+            QCOMPARE(m_script->kept(), 0);
+            QVERIFY(!m_usb->accessDenied());
+            m_script->kernelDriver = true;
+            QCOMPARE(m_usb->initDevice(), 0);
+            QCOMPARE(m_script->calls, QStringList("detach"));
+            m_script->detach = UsbStatus::Access;
+            QCOMPARE(m_usb->initDevice(), 255);
+            QCOMPARE(m_script->kept(), 0);
         }
     }
 
@@ -95,72 +96,60 @@ private slots:
                           {UsbStatus::Good, 64, 64},    {UsbStatus::Good, 65, 254}, // too long
                           {UsbStatus::Timeout, 0, 254}, {UsbStatus::Timeout, 64, 254},
                           {UsbStatus::NoDevice, 0, 254}};
-        UsbScript script;
-        auto usb = channel(script);
-        QCOMPARE(usb->initDevice(), 0);
-        unsigned char buffer[64] = {};
+        QCOMPARE(m_usb->initDevice(), 0);
         for (const auto& row : rows) {
             const UsbScript::Reply reply = {row.status, QByteArray(row.bytes, 'x')};
-            script.replies.push_back(reply);
-            script.reports.push_back(reply);
-            QCOMPARE(usb->ReadCmdBulk(buffer, 64), row.result);
-            QCOMPARE(usb->ReadCmd(buffer, 64), row.result);
+            m_script->replies.push_back(reply);
+            m_script->reports.push_back(reply);
+            QCOMPARE(m_usb->ReadCmdBulk(m_buffer, 64), row.result);
+            QCOMPARE(m_usb->ReadCmd(m_buffer, 64), row.result);
         }
     }
 
     void writing()
     {
-        UsbScript script;
-        auto usb = channel(script);
-        QCOMPARE(usb->initDevice(), 0);
-        unsigned char buffer[64] = {};
+        QCOMPARE(m_usb->initDevice(), 0);
         for (const UsbScript::Reply& answer :
              {UsbScript::Reply{UsbStatus::Good, QByteArray(1, 'x')}, {UsbStatus::Pipe, {}}}) {
-            script.writing = answer;
-            QCOMPARE(usb->SendCmd(buffer, 8), 253);
+            m_script->writing = answer;
+            QCOMPARE(m_usb->SendCmd(m_buffer, 8), 253);
         }
-        script.transfers.clear();
-        script.claim = UsbStatus::Busy; // the interface is another's
-        QCOMPARE(usb->SendCmd(buffer, 8), 253);
-        QCOMPARE(usb->ReadCmdBulk(buffer, 64), 254);
-        QVERIFY(script.transfers.isEmpty());
+        m_script->transfers.clear();
+        m_script->claim = UsbStatus::Busy; // the interface is another's
+        QCOMPARE(m_usb->SendCmd(m_buffer, 8), 253);
+        QCOMPARE(m_usb->ReadCmdBulk(m_buffer, 64), 254);
+        QVERIFY(m_script->transfers.isEmpty());
     }
 
     // What a failed release leaves open is closed by the next opening, by close(), or in the end.
     void failedRelease()
     {
-        UsbScript script;
-        {
-            auto usb = channel(script);
-            QCOMPARE(usb->initDevice(), 0);
-            script.release = UsbStatus::NoDevice;
-            QTest::ignoreMessage(QtWarningMsg, "Cannot Release Interface");
-            QCOMPARE(usb->releaseDevice(), 255);
-            QVERIFY(usb->isOpen());
-            QCOMPARE(script.kept(), 2);
-            script.present = false;
-            QCOMPARE(usb->initDevice(), 252);
-            QCOMPARE(script.kept(), 0);
+        QCOMPARE(m_usb->initDevice(), 0);
+        m_script->release = UsbStatus::NoDevice;
+        QTest::ignoreMessage(QtWarningMsg, "Cannot Release Interface");
+        QCOMPARE(m_usb->releaseDevice(), 255);
+        QVERIFY(m_usb->isOpen());
+        QCOMPARE(m_script->kept(), 2);
+        m_script->present = false;
+        QCOMPARE(m_usb->initDevice(), 252);
+        QCOMPARE(m_script->kept(), 0);
 
-            script.present = true;
-            QCOMPARE(usb->initDevice(), 0);
-            QCOMPARE(script.kept(), 2);
-            QCOMPARE(usb->checkUSBPrinter(), 1);
-            QVERIFY(usb->isOpen()); // not touched by the check
-        }
-        QCOMPARE(script.kept(), 0);
+        m_script->present = true;
+        QCOMPARE(m_usb->initDevice(), 0);
+        QCOMPARE(m_script->kept(), 2);
+        QCOMPARE(m_usb->checkUSBPrinter(), 1);
+        QVERIFY(m_usb->isOpen()); // not touched by the check
+        m_usb.reset();
+        QCOMPARE(m_script->kept(), 0);
     }
 
     void withoutOpening()
     {
-        UsbScript script;
-        auto usb = channel(script);
-        unsigned char buffer[8] = {};
-        QCOMPARE(usb->SendCmd(buffer, 8), 253);
-        QCOMPARE(usb->ReadCmdBulk(buffer, 8), 254);
-        QCOMPARE(usb->ReadCmd(buffer, 8), 254);
-        QCOMPARE(usb->releaseDevice(), 255);
-        QVERIFY(script.calls.isEmpty());
+        QCOMPARE(m_usb->SendCmd(m_buffer, 8), 253);
+        QCOMPARE(m_usb->ReadCmdBulk(m_buffer, 8), 254);
+        QCOMPARE(m_usb->ReadCmd(m_buffer, 8), 254);
+        QCOMPARE(m_usb->releaseDevice(), 255);
+        QVERIFY(m_script->calls.isEmpty());
     }
 };
 

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <functional>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 #include <sys/resource.h>
@@ -61,6 +62,18 @@ class PictureFilesTest : public QObject
         if (channels == 1)
             return grey;
         return grey < 128;
+    }
+    // What `body` returns under such a limit; -1 when a signal killed it.
+    static int inChild(__rlimit_resource resource, rlim_t most, const std::function<int()>& body)
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            const rlimit limit{most, most};
+            setrlimit(resource, &limit);
+            _exit(body());
+        }
+        int status = -1;
+        return waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
 private slots:
@@ -176,17 +189,10 @@ private slots:
         const QByteArray tag = QByteArray::fromHex("12010300010000000100");
         QVERIFY(tiff.contains(tag));
         for (char way = 1; way <= 8; ++way) {
-            const QByteArray little = QByteArray::fromHex("457869660000"
-                                                          "49492a0008000000"
-                                                          "0100"
-                                                          "120103000100"
-                                                          "0000") +
-                                      way + QByteArray(7, '\0');
-            const QByteArray big = QByteArray::fromHex("457869660000"
-                                                       "4d4d002a00000008"
-                                                       "0001"
-                                                       "011200030000"
-                                                       "000100") +
+            const QByteArray little =
+                QByteArray::fromHex("45786966000049492a000800000001001201030001000000") + way +
+                QByteArray(7, '\0');
+            const QByteArray big = QByteArray::fromHex("4578696600004d4d002a000000080001011200030000000100") +
                                    way + QByteArray(6, '\0');
             cv::Mat seen;
             for (const QByteArray& exif : {little, big}) {
@@ -223,18 +229,15 @@ private slots:
         const QByteArray header = "P5\n\n20000 20000\n255\n";
         QVERIFY(file.write(header) == header.size() && file.resize(header.size() + 400000000ll)); // sparse
         file.close();
-        const pid_t child = fork();
-        if (child == 0) {
-            const rlimit limit{600u << 20, 600u << 20};
-            setrlimit(RLIMIT_AS, &limit);
-            ImageConvertFunction library;
-            const bool refused = !library.getImage(path("large.pnm").c_str());
-            _exit(!refused ? 1 : library.lastError().contains("large.pnm: not enough memory") ? 0 : 2);
-        }
-        int status = -1;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QVERIFY2(WIFEXITED(status), "killed by a signal");
-        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(inChild(RLIMIT_AS, 600u << 20,
+                         [this] {
+                             ImageConvertFunction library;
+                             const bool refused = !library.getImage(path("large.pnm").c_str());
+                             return !refused                                                       ? 1
+                                    : library.lastError().contains("large.pnm: not enough memory") ? 0
+                                                                                                   : 2;
+                         }),
+                 0);
     }
 
     // 3 x 2 pixels by numbers of 4 bits, top row first, of three colours: numbers 0 1 2 / 2 1 7, where 7 has
@@ -318,20 +321,15 @@ private slots:
         if (channels == 0)
             noisy = noisy < 128;
         drawn::writePnm(m_folder.filePath("noisy.pnm"), noisy);
-        const pid_t child = fork();
-        if (child == 0) {
-            const rlimit limit{20000, 20000};
-            setrlimit(RLIMIT_FSIZE, &limit);
-            ImageConvertFunction library;
-            MagickWand* wand = library.getImage(path("noisy.pnm").c_str());
-            const bool saved =
-                library.saveImage(wand, m_folder.filePath("full/"), "page", type.toLatin1().constData(), 300);
-            _exit(!wand ? 1 : saved ? 2 : !library.lastErrorIsDiskFull() ? 3 : 0);
-        }
-        int status = -1;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QVERIFY2(WIFEXITED(status), "killed by a signal");
-        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(inChild(RLIMIT_FSIZE, 20000,
+                         [&] {
+                             ImageConvertFunction library;
+                             MagickWand* wand = library.getImage(path("noisy.pnm").c_str());
+                             const bool saved = library.saveImage(wand, m_folder.filePath("full/"), "page",
+                                                                  type.toLatin1().constData(), 300);
+                             return !wand ? 1 : saved ? 2 : !library.lastErrorIsDiskFull() ? 3 : 0;
+                         }),
+                 0);
         QCOMPARE(get("full/page." + type), QByteArray("the old file"));
         QCOMPARE(QDir(m_folder.filePath("full")).entryList(QDir::Files | QDir::Hidden),
                  QStringList{"page." + type});
