@@ -10,7 +10,6 @@ import posixpath
 import sys
 import xml.etree.ElementTree as ElementTree
 import zipfile
-from dataclasses import dataclass, field
 
 from PIL import Image
 
@@ -18,26 +17,13 @@ OFD = "{http://www.ofdspec.org/2016}"
 MM_PER_INCH = 25.4
 
 
-@dataclass
-class Picture:
-    boundary: list  # left, top, width, height in millimetres
-    matrix: list    # a b c d e f: the unit square in millimetres inside the boundary
-    data: bytes
-    name: str
-
-
-@dataclass
-class Page:
-    size: tuple     # width, height in millimetres
-    pictures: list = field(default_factory=list)
-
-
 def numbers(text):
     return [float(word) for word in text.split()]
 
 
 class OfdDocument:
-    def __init__(self, path):
+    def __init__(self, path, scale):
+        self.scale = scale  # pixels per millimetre
         self.problems = []
         self.zip = zipfile.ZipFile(path)
         self.names = self.zip.namelist()
@@ -92,49 +78,37 @@ class OfdDocument:
     def _page(self, name, entry):
         content = self.root(name)
         area = content.find(f"{OFD}Area")
-        page = Page(self.area if area is None else self._area(area))
+        size = self.area if area is None else self._area(area)
+        page = Image.new("RGB", tuple(max(1, round(side * self.scale)) for side in size), "white")
         self.ids.append(int(entry.get("ID")))
         for layer in content.iter(f"{OFD}Layer"):
             self.ids.append(int(layer.get("ID")))
             for element in layer:
                 self.ids.append(int(element.get("ID")))
                 if element.tag == f"{OFD}ImageObject":
-                    page.pictures.append(self._picture(name, element))
+                    self._draw(page, name, element)
         return page
 
-    def _picture(self, part, element):
+    def _draw(self, page, part, element):
         name = self.media.get(element.get("ResourceID"))
         if name is None:
             self.problems.append(f"{part}: unknown resource {element.get('ResourceID')}")
-        return Picture(numbers(element.get("Boundary")), numbers(element.get("CTM", "1 0 0 1 0 0")),
-                       self.zip.read(name) if name in self.names else b"", name)
-
-    def render(self, index, dpi):
-        """A page as an RGB picture on white."""
-        page, scale = self.pages[index], dpi / MM_PER_INCH
-        paper = Image.new("RGB", tuple(max(1, round(side * scale)) for side in page.size), "white")
-        for item in page.pictures:
-            self._draw_picture(paper, item, scale)
-        return paper
-
-    @staticmethod
-    def _draw_picture(paper, item, scale):
-        picture = Image.open(io.BytesIO(item.data)).convert("RGB")
-        a, b, c, d, e, f = item.matrix
+            return
+        left, top, width, height = numbers(element.get("Boundary"))
+        a, b, c, d, e, f = numbers(element.get("CTM", "1 0 0 1 0 0"))  # the unit square inside the boundary
         assert b == c == 0 and a > 0 and d > 0, "turned pictures are not drawn"
-        left, top, width, height = item.boundary
-        size = tuple(max(1, round(side * scale)) for side in (a, d))
-        drawn = picture.resize(size, Image.Resampling.BOX)
-        clip = (0, 0, round((width - e) * scale), round((height - f) * scale))
-        drawn = drawn.crop((0, 0, min(size[0], clip[2]), min(size[1], clip[3])))
-        paper.paste(drawn, (round((left + e) * scale), round((top + f) * scale)))
+        size = tuple(max(1, round(side * self.scale)) for side in (a, d))
+        picture = Image.open(io.BytesIO(self.zip.read(name))).convert("RGB").resize(size, Image.Resampling.BOX)
+        picture = picture.crop((0, 0, min(size[0], round((width - e) * self.scale)),
+                                min(size[1], round((height - f) * self.scale))))
+        page.paste(picture, (round((left + e) * self.scale), round((top + f) * self.scale)))
 
 
 def main():
     path, dpi, prefix = sys.argv[1:]
-    document = OfdDocument(path)
-    for number in range(len(document.pages)):
-        document.render(number, float(dpi)).save(f"{prefix}-{number + 1:03}.png")
+    document = OfdDocument(path, float(dpi) / MM_PER_INCH)
+    for number, page in enumerate(document.pages, 1):
+        page.save(f"{prefix}-{number:03}.png")
     for problem in document.problems:
         print(f"problem: {problem}", file=sys.stderr)
     return 1 if document.problems else 0

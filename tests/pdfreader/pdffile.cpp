@@ -15,6 +15,11 @@ QByteArray utf16Hex(const QString& text)
     return bytes.toHex();
 }
 
+QByteArray number(double value)
+{
+    return QByteArray::number(value);
+}
+
 } // namespace
 
 // The font has no letters, only their meaning: every code is its own character.
@@ -30,7 +35,7 @@ PdfFile::PdfFile()
             "/FontName /Own /Flags 4 /FontBBox [0 -200 1000 800] /ItalicAngle 0 /Ascent 800 /Descent "
             "-200 /StemV 80 >> >>");
     m_font = add("<< /Type /Font /Subtype /Type0 /BaseFont /Own /Encoding /Identity-H /DescendantFonts [" +
-                 QByteArray::number(letters) + " 0 R] /ToUnicode " + QByteArray::number(map) + " 0 R >>");
+                 number(letters) + " 0 R] /ToUnicode " + number(map) + " 0 R >>");
     m_pages = add({});
 }
 
@@ -42,46 +47,44 @@ int PdfFile::add(const QByteArray& object)
 
 int PdfFile::addStream(const QByteArray& dictionary, const QByteArray& data)
 {
-    return add("<< /Length " + QByteArray::number(data.size()) + ' ' + dictionary + " >>\nstream\n" + data +
+    return add("<< /Length " + number(data.size()) + ' ' + dictionary + " >>\nstream\n" + data +
                "\nendstream");
 }
 
 void PdfFile::addPage(QSize points, const QByteArray& content, const QByteArray& more)
 {
     const int stream = addStream({}, content);
-    m_kids << add("<< /Type /Page /Parent " + QByteArray::number(m_pages) + " 0 R /MediaBox [0 0 " +
-                  QByteArray::number(points.width()) + ' ' + QByteArray::number(points.height()) +
-                  "] /Contents " + QByteArray::number(stream) + " 0 R " +
-                  (more.contains("/Resources")
-                       ? QByteArray()
-                       : "/Resources << /Font << /F " + QByteArray::number(m_font) + " 0 R >> >> ") +
-                  more + " >>");
+    m_kids << add(
+        "<< /Type /Page /Parent " + number(m_pages) + " 0 R /MediaBox [0 0 " + number(points.width()) + ' ' +
+        number(points.height()) + "] /Contents " + number(stream) + " 0 R " +
+        (more.contains("/Resources") ? QByteArray()
+                                     : "/Resources << /Font << /F " + number(m_font) + " 0 R >> >> ") +
+        more + " >>");
 }
 
 void PdfFile::addTextPage(const QList<Text>& texts, QSize points, const QByteArray& more)
 {
     QByteArray content;
     for (const Text& t : texts)
-        content += "BT /F " + QByteArray::number(t.size) + " Tf " + QByteArray::number(t.x) + ' ' +
-                   QByteArray::number(points.height() - t.y) + " Td <" + utf16Hex(t.text) + "> Tj ET\n";
+        content += "BT /F " + number(t.size) + " Tf " + number(t.x) + ' ' + number(points.height() - t.y) +
+                   " Td <" + utf16Hex(t.text) + "> Tj ET\n";
     addPage(points, content, more);
 }
 
 void PdfFile::addColourPage(const QColor& colour, QSize points)
 {
-    addPage(points, QByteArray::number(colour.redF()) + ' ' + QByteArray::number(colour.greenF()) + ' ' +
-                        QByteArray::number(colour.blueF()) + " rg 0 0 5000 5000 re f");
+    addPage(points, number(colour.redF()) + ' ' + number(colour.greenF()) + ' ' + number(colour.blueF()) +
+                        " rg 0 0 5000 5000 re f");
 }
 
 void PdfFile::addImagePage(const QByteArray& filter, const QByteArray& data, QSize pixels)
 {
     const int image =
         addStream("/Type /XObject /Subtype /Image /ColorSpace /DeviceRGB /BitsPerComponent 8 /Width " +
-                      QByteArray::number(pixels.width()) + " /Height " + QByteArray::number(pixels.height()) +
-                      " /Filter /" + filter,
+                      number(pixels.width()) + " /Height " + number(pixels.height()) + " /Filter /" + filter,
                   data);
     addPage({595, 842}, "595 0 0 842 0 0 cm /I Do",
-            "/Resources << /XObject << /I " + QByteArray::number(image) + " 0 R >> >>");
+            "/Resources << /XObject << /I " + number(image) + " 0 R >> >>");
 }
 
 void PdfFile::addBadPage()
@@ -91,7 +94,6 @@ void PdfFile::addBadPage()
 
 void PdfFile::setOutline(const QString& title, int page, const QString& below, int belowPage)
 {
-    const auto number = [](int value) { return QByteArray::number(value); };
     const int root = m_objects.size() + 1;
     add("<< /Type /Outlines /First " + number(root + 1) + " 0 R /Last " + number(root + 1) +
         " 0 R /Count 1 >>");
@@ -107,19 +109,18 @@ QByteArray PdfFile::bytes() const
 {
     QByteArray kids;
     for (const int kid : m_kids)
-        kids += QByteArray::number(kid) + " 0 R ";
+        kids += number(kid) + " 0 R ";
     QList<QByteArray> objects = m_objects;
-    objects[m_pages - 1] =
-        "<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(m_kids.size()) + " >>";
-    objects << "<< /Type /Catalog /Pages " + QByteArray::number(m_pages) + " 0 R" + m_catalogMore + " >>";
+    objects[m_pages - 1] = "<< /Type /Pages /Kids [" + kids + "] /Count " + number(m_kids.size()) + " >>";
+    objects << "<< /Type /Catalog /Pages " + number(m_pages) + " 0 R" + m_catalogMore + " >>";
     QByteArray file = "%PDF-1.5\n", table;
     for (int i = 0; i < objects.size(); ++i) {
-        table += QByteArray::number(file.size()).rightJustified(10, '0') + " 00000 n \n";
-        file += QByteArray::number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
+        table += number(file.size()).rightJustified(10, '0') + " 00000 n \n";
+        file += number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
     }
-    const QByteArray start = QByteArray::number(file.size()), count = QByteArray::number(objects.size() + 1);
+    const QByteArray start = number(file.size()), count = number(objects.size() + 1);
     return file + "xref\n0 " + count + "\n0000000000 65535 f \n" + table + "trailer\n<< /Size " + count +
-           " /Root " + QByteArray::number(objects.size()) + " 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
+           " /Root " + number(objects.size()) + " 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
 }
 
 bool PdfFile::save(const QString& name) const
