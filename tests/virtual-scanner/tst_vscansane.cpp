@@ -110,36 +110,29 @@ private slots:
         sane_cancel(handle.get());
     }
 
-    void answersFaults_data()
-    {
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("bytes"); // of the second page that arrive
-        QTest::addColumn<int>("next");  // what the start after it answers
-        QTest::newRow("jam at the start") << "jam-at 2" << 6 << 0 << 6;
-        QTest::newRow("jam in the middle") << "jam-at 2 100000" << 6 << 100000 << 6;
-        QTest::newRow("jam at the very end") << "jam-at 2 999999999" << 6 << 540000 << 6;
-        QTest::newRow("error at the start") << "error-at 2" << 9 << 0 << 5;
-        QTest::newRow("error in the middle") << "error-at 2 77" << 9 << 77 << 5;
-        QTest::newRow("no documents") << "no-docs-at 2 0" << 7 << 0 << 5;
-    }
     void answersFaults()
     {
-        QFETCH(QString, order);
-        QFETCH(int, status);
-        QFETCH(int, bytes);
-        QFETCH(int, next);
-        QVERIFY(command(order));
-        const Handle handle = open();
-        QCOMPARE(page(handle).first(), 10);
-        const Read bad = page(handle);
-        QCOMPARE(int(bad.status), status);
-        QCOMPARE(bad.bytes.size(), bytes);
-        QCOMPARE(int(page(handle).status), next);
-        sane_cancel(handle.get());
-        QVERIFY(command("clear"));
-        // The jammed sheet is back in the feeder, after other faults all three have passed.
-        QCOMPARE(page(handle).first(), status == 6 ? 20 : -1);
+        const struct
+        {
+            const char* order;
+            int status, bytes; // bytes of the second page that arrive
+            int next;          // what the start after it answers
+        } rows[] = {
+            {"jam-at 2", 6, 0, 6},   {"jam-at 2 100000", 6, 100000, 6}, {"jam-at 2 999999999", 6, 540000, 6},
+            {"error-at 2", 9, 0, 5}, {"error-at 2 77", 9, 77, 5},       {"no-docs-at 2 0", 7, 0, 5}};
+        for (const auto& [order, status, bytes, next] : rows) {
+            QVERIFY(command("load " + m_sheets.path()) && command(order));
+            const Handle handle = open();
+            QCOMPARE(page(handle).first(), 10);
+            const Read bad = page(handle);
+            QCOMPARE(int(bad.status), status);
+            QCOMPARE(bad.bytes.size(), bytes);
+            QCOMPARE(int(page(handle).status), next);
+            sane_cancel(handle.get());
+            QVERIFY(command("clear"));
+            // The jammed sheet is back in the feeder, after other faults all three have passed.
+            QCOMPARE(page(handle).first(), status == 6 ? 20 : -1);
+        }
     }
 
     void cancelFromAnotherThread()
@@ -160,33 +153,32 @@ private slots:
         QCOMPARE(page(handle).first(), 20);
     }
 
-    void stopsMidPage_data()
-    {
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<int>("status"); // of the read, and of the starts after it
-        QTest::addColumn<QString>("remedy");
-        QTest::addColumn<int>("first"); // of the page after the remedy, -1 when the handle stays dead
-        QTest::newRow("unplugged") << "unplug" << int(SANE_STATUS_IO_ERROR) << "replug" << -1;
-        QTest::newRow("clear key") << "press 3" << int(SANE_STATUS_CANCELLED) << "" << 20;
-        QTest::newRow("lid") << "cover open" << int(SANE_STATUS_COVER_OPEN) << "cover closed" << 10;
-    }
     void stopsMidPage()
     {
-        QFETCH(QString, order);
-        QFETCH(int, status);
-        QFETCH(QString, remedy);
-        const Handle handle = open();
-        set(handle, 2, "ADF Duplex");
-        QCOMPARE(page(handle).first(), 10);
-        QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD); // the back of the sheet
-        QVERIFY(command(order));
-        QCOMPARE(int(rest(handle).status), status);
-        QCOMPARE(int(sane_start(handle.get())), status);
-        if (remedy.isEmpty())
-            sane_cancel(handle.get());
-        else
-            QVERIFY(command(remedy));
-        QTEST(page(handle).first(), "first"); // a stopped sheet is fed again, a cancelled one has passed
+        const struct
+        {
+            const char* order;
+            int status; // of the read, and of the starts after it
+            QString remedy;
+            int first; // of the page after the remedy, -1 when the handle stays dead
+        } rows[] = {{"unplug", SANE_STATUS_IO_ERROR, "replug", -1},
+                    {"press 3", SANE_STATUS_CANCELLED, "", 20},
+                    {"cover open", SANE_STATUS_COVER_OPEN, "cover closed", 10}};
+        for (const auto& [order, status, remedy, first] : rows) {
+            QVERIFY(command("load " + m_sheets.path()));
+            const Handle handle = open();
+            set(handle, 2, "ADF Duplex");
+            QCOMPARE(page(handle).first(), 10);
+            QCOMPARE(sane_start(handle.get()), SANE_STATUS_GOOD); // the back of the sheet
+            QVERIFY(command(order));
+            QCOMPARE(int(rest(handle).status), status);
+            QCOMPARE(int(sane_start(handle.get())), status);
+            if (remedy.isEmpty())
+                sane_cancel(handle.get());
+            else
+                QVERIFY(command(remedy));
+            QCOMPARE(page(handle).first(), first); // a stopped sheet is fed again, a cancelled one has passed
+        }
     }
 
     void killedClientFreesTheScanner()
