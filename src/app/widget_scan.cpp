@@ -264,7 +264,8 @@ void Widget::finishBatch()
                 last.suffix().toLatin1().constData(), rules.appName.toUtf8().constData()))
             m_notices.addProblem(tr("无法启动程序 %1").arg(rules.appName));
     }
-    showSummary(preview ? tr("预览完成") : m_notices.summary(function.saveFolder()));
+    showSummary(preview ? m_notices.previewSummary(m_notices.saved().size())
+                        : m_notices.summary(function.saveFolder()));
     sendProgress(progress::kFinished);
     endJob();
 }

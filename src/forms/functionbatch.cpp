@@ -274,7 +274,7 @@ void FunctionBatch::endPreview()
     QVector<DocumentPage> pages;
     pages.swap(m_pages);
     removeFiles(sourcesOf(pages));
-    end(m_host.notices().hasProblems() ? m_host.notices().summary(m_form.folder()) : tr("预览完成"));
+    end(m_host.notices().previewSummary(pages.size()));
     const auto group = std::make_shared<PreviewGroup>();
     for (const QString& path : filesOf(pages)) {
         qDebug().noquote() << "preview" << path;

@@ -39,6 +39,18 @@ QString NoticeBoard::summary(const QString& folder) const
         parts << tr("没有保存文件");
     if (m_blank > 0)
         parts << tr("已删除 %1 张空白页").arg(m_blank);
+    return withProblems(parts);
+}
+
+QString NoticeBoard::previewSummary(int shown) const
+{
+    if (shown > 0)
+        return withProblems({tr("预览完成")});
+    return m_problems.isEmpty() ? tr("没有扫描到页面") : withProblems({});
+}
+
+QString NoticeBoard::withProblems(QStringList parts) const
+{
     if (m_problems.size() == 1)
         parts << m_problems.first();
     else if (!m_problems.isEmpty())

@@ -23,9 +23,12 @@ public:
 
     // "已保存 n 个文件到 …", with what went wrong behind it.
     QString summary(const QString& folder) const;
+    QString previewSummary(int shown) const; // of so many pages, which are not kept
     QString problems() const { return m_problems.join(QLatin1Char('\n')); }
 
 private:
+    QString withProblems(QStringList parts) const;
+
     QStringList m_saved;
     QStringList m_problems;
     int m_blank = 0;

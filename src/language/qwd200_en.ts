@@ -566,10 +566,6 @@
         <source>无法启动应用程序打开 %1</source>
         <translation>Cannot start the application that opens %1</translation>
     </message>
-    <message>
-        <source>预览完成</source>
-        <translation>Preview finished</translation>
-    </message>
 </context>
 <context>
     <name>FunctionDialogs</name>
@@ -1530,6 +1526,10 @@ Click [OK] to reset the counter, or [Cancel] to leave</translation>
         <source>；</source>
         <comment>between sentences</comment>
         <translation>; </translation>
+    </message>
+    <message>
+        <source>预览完成</source>
+        <translation>Preview finished</translation>
     </message>
 </context>
 <context>
@@ -3062,10 +3062,6 @@ gray scans a black-and-white one (%2), black-and-white scans none.</translation>
     <message>
         <source>无法启动程序 %1</source>
         <translation>Cannot start the program %1</translation>
-    </message>
-    <message>
-        <source>预览完成</source>
-        <translation>Preview finished</translation>
     </message>
     <message>
         <source>正在取消…</source>
