@@ -8,9 +8,11 @@
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
+#include <omp.h>
 #include <opencv2/imgproc.hpp>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 Q_DECLARE_METATYPE(std::function<void()>)
@@ -81,6 +83,16 @@ void sleepForEver()
 {
     while (true)
         pause();
+}
+
+cv::Mat drawnLine(const QString& text)
+{
+    QImage line = drawntext::paper(40 * (text.size() + 2), 70);
+    QPainter painter(&line);
+    painter.setFont(drawntext::font(36));
+    painter.drawText(20, 50, text);
+    painter.end();
+    return drawntext::toMat(line);
 }
 
 // A page of printed lines and the boxes that end where their ink does.
@@ -278,6 +290,48 @@ private slots:
             }
             QVERIFY(misread <= 1); // of 54; half of them when the box is shown as tight as it is
         }
+    }
+
+    void engineReadsChinese()
+    {
+        const QString text = QString("图书馆今天上午开始整理旧文件");
+        OcrEngine engine;
+        QVERIFY(engine.isReady());
+        const OcrEngine::Reading reading = engine.read(drawnLine(text));
+        QCOMPARE(QString::fromStdString(reading.text).remove(' ').trimmed(), text);
+        QVERIFY(reading.confidence > 80 && reading.confidence <= 100);
+
+        const OcrEngine::Reading nothing = engine.read(cv::Mat(60, 300, CV_8UC1, cv::Scalar(255)));
+        QVERIFY(QString::fromStdString(nothing.text).trimmed().isEmpty());
+        QVERIFY(engine.read(cv::Mat()).text.empty());
+    }
+
+    void engineWithoutModelReadsNothing()
+    {
+        QTemporaryDir empty;
+        qputenv("TESSDATA_PREFIX", empty.path().toLocal8Bit());
+        OcrEngine engine;
+        qunsetenv("TESSDATA_PREFIX");
+        QVERIFY(!engine.isReady());
+        const OcrEngine::Reading reading = engine.read(drawnLine(drawntext::story().left(8)));
+        QVERIFY(reading.text.empty());
+        QCOMPARE(reading.confidence, 0);
+    }
+
+    void openMpIsOffInTheRecognisingThreadOnly()
+    {
+        int teams = 0, other = 0;
+        std::thread([&] {
+            OcrEngine engine;
+#pragma omp parallel num_threads(2) reduction(+ : teams)
+            teams += 1;
+        }).join();
+        std::thread([&] {
+#pragma omp parallel num_threads(2) reduction(+ : other)
+            other += 1;
+        }).join();
+        QCOMPARE(teams, 1);
+        QCOMPARE(other, 2);
     }
 
     void withoutModelOrPage()
