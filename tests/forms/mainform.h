@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/pagecontrols.h"
+#include "forms/functioncontrols.h"
 #include "forms/scanpagelogic.h"
 #include "forms/scanpagesettings.h"
 #include "ui_widget.h"
@@ -36,10 +37,14 @@ struct MainForm
         ui.setupUi(&window);
         scan = std::make_unique<PageUnderTest>(scanPageControls(ui), ui.scanPage);
         file = std::make_unique<PageUnderTest>(filePageControls(ui), ui.filePage);
+        function = std::make_unique<FunctionControls>(
+            &scan->logic, FunctionGroups{"Scan_Scan", "Scan_Scan_FilePath", "Scan_app", "Scan_DeNoise",
+                                         "Scan_Scan_PaperSize"});
     }
 
     QWidget window;
     Ui::Widget ui;
     std::unique_ptr<PageUnderTest> scan;
     std::unique_ptr<PageUnderTest> file;
+    std::unique_ptr<FunctionControls> function; // of the scan page
 };

@@ -95,7 +95,6 @@ private:
     using Open = std::function<bool()>;
 
     std::unique_ptr<MainForm> m_form;
-    std::unique_ptr<FunctionControls> m_function;
     RecordingHost m_host;
 
     void storePage(PageUnderTest& page, const char* group)
@@ -225,9 +224,6 @@ private slots:
             for (const char* number : {"0", "1"})
                 openMainSettings()->setValue(QString("%1/%2").arg(list, number), QString("app ") + number);
         m_form = std::make_unique<MainForm>();
-        m_function = std::make_unique<FunctionControls>(
-            &m_form->scan->logic, FunctionGroups{"Scan_Scan", "Scan_Scan_FilePath", "Scan_app",
-                                                 "Scan_DeNoise", "Scan_Scan_PaperSize"});
         for (const auto* page : {m_form->scan.get(), m_form->file.get()})
             page->c.application->addItems({"app 0", "app 1"});
         open(m_form->window);
@@ -283,15 +279,15 @@ private slots:
         const auto row = [](const char* name, const Open& open) { QTest::newRow(name) << open; };
         QWidget* window = nullptr;
         row("border", [=] { return editBorder(window); });
-        row("noise", [=] { return editNoise(*m_function, window); });
-        row("paper", [=] { return editPaperSize(*m_function, window); });
-        row("output", [=] { return editOutput(*m_function, window); });
+        row("noise", [=] { return editNoise(*m_form->function, window); });
+        row("paper", [=] { return editPaperSize(*m_form->function, window); });
+        row("output", [=] { return editOutput(*m_form->function, window); });
         row("compression", [=] { return editCompression(window); });
-        row("save rules", [=] { return editSaveRules(*m_function, window); });
-        row("turns", [=] { return editRotation(*m_function, window); });
+        row("save rules", [=] { return editSaveRules(*m_form->function, window); });
+        row("turns", [=] { return editRotation(*m_form->function, window); });
         row("turns of both sides", [=] {
             m_form->scan->c.source->setCurrentIndex(3);
-            return editRotation(*m_function, window);
+            return editRotation(*m_form->function, window);
         });
         row("names", [] { return fileNameSet("Scan_PDF").exec() == QDialog::Accepted; });
         row("whole", [] { return wholesetpanel().exec() == QDialog::Accepted; });

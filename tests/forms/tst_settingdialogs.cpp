@@ -77,7 +77,6 @@ class TestSettingDialogs : public QObject
 
 private:
     std::unique_ptr<MainForm> m_form;
-    std::unique_ptr<FunctionControls> m_function;
 
     QWidget* window() { return &m_form->window; }
     const ScanPageControls& controls() { return m_form->scan->c; }
@@ -85,7 +84,7 @@ private:
     // The files that a scan gives under the present settings.
     QStringList scan()
     {
-        const PageOptions options = m_function->pageOptions(false);
+        const PageOptions options = m_form->function->pageOptions(false);
         QDir().mkpath(options.folder);
         ImageConvertFunction library;
         int number = 0;
@@ -103,9 +102,6 @@ private slots:
         QVERIFY(ensureFactorySettings());
         openMainSettings()->setValue("wholeSet/ofALaterVersion", "x");
         m_form = std::make_unique<MainForm>();
-        m_function = std::make_unique<FunctionControls>(
-            &m_form->scan->logic, FunctionGroups{"Scan_Scan", "Scan_Scan_FilePath", "Scan_app",
-                                                 "Scan_DeNoise", "Scan_Scan_PaperSize"});
         const ScanPageControls& c = controls();
         c.fileType->setCurrentIndex(2); // PNG: pixels as they are
         for (QCheckBox* box : {c.autoCut, c.autoRight, c.autoCrowed, c.imgMend})
@@ -120,7 +116,6 @@ private slots:
     void cleanup()
     {
         QCOMPARE(stored("wholeSet/ofALaterVersion"), QString("x")); // nobody's key is lost
-        m_function.reset();
         m_form.reset();
     }
 
@@ -168,7 +163,7 @@ private slots:
                 QTest::keyClick(slider, Qt::Key_PageDown);
             press(dialog, QDialogButtonBox::Ok);
         });
-        QVERIFY(editNoise(*m_function, window()));
+        QVERIFY(editNoise(*m_form->function, window()));
         page.load(scan().value(0));
         QCOMPARE(blackIn(page, specks), 0);
         QVERIFY2(blackIn(page, patch) > patchBefore, qPrintable(QString::number(patchBefore)));
@@ -216,7 +211,7 @@ private slots:
             click(dialog, "middle");
             press(dialog, QDialogButtonBox::Ok);
         });
-        QVERIFY(editPaperSize(*m_function, window()));
+        QVERIFY(editPaperSize(*m_form->function, window()));
         const QImage page(scan().value(0));
         QVERIFY(qAbs(page.width() - 715) <= 1 && qAbs(page.height() - 945) <= 1);
     }
@@ -230,7 +225,7 @@ private slots:
             pick(dialog, "fWBDpi", "200 dpi");
             press(dialog, QDialogButtonBox::Ok);
         });
-        QVERIFY(editOutput(*m_function, window()));
+        QVERIFY(editOutput(*m_form->function, window()));
         const QStringList files = scan();
         QCOMPARE(files.size(), 3);
         QVERIFY(qAbs(QImage(files.at(1)).width() - 413) <= 1);
@@ -278,7 +273,7 @@ private slots:
                     click(dialog, second);
                 press(dialog, QDialogButtonBox::Ok);
             });
-            QVERIFY(editRotation(*m_function, window()));
+            QVERIFY(editRotation(*m_form->function, window()));
         };
         turn("frontTurn1", nullptr);
         const QImage page(scan().value(0));
@@ -296,7 +291,7 @@ private slots:
             QCOMPARE(dialog.choice().front, 1);
             press(dialog, QDialogButtonBox::Cancel);
         });
-        QVERIFY(!editRotation(*m_function, window()));
+        QVERIFY(!editRotation(*m_form->function, window()));
     }
 
     void onlyScannedSidesAreOffered()

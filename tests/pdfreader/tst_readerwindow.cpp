@@ -63,8 +63,7 @@ private slots:
         m_window->open(path(name));
         QTRY_VERIFY2(shows(reason), QTest::currentDataTag());
         QVERIFY(shows(QString("“%1”").arg(name)));
-        QVERIFY(textFile(1).save(path("good.pdf")));
-        open("good.pdf"); // and goes on
+        open(textFile(1), "good.pdf"); // and goes on
     }
 
     void aPasswordIsAskedThreeTimes()
@@ -106,13 +105,11 @@ private slots:
         const QList<QColor> colours{Qt::red, Qt::green, Qt::blue, Qt::cyan, Qt::magenta};
         for (const QColor& colour : colours)
             file.addColourPage(colour);
-        QVERIFY(textFile(1).save(path("plain.pdf")));
         file.setOutline("第一章", 2, "第一节", 3);
-        QVERIFY(file.save(path("colours.pdf")));
-        open("plain.pdf");
+        open(textFile(1), "plain.pdf");
         auto* tabs = part<QTabWidget>();
         QCOMPARE(tabs->count(), 1); // no outline, no tab
-        open("colours.pdf");
+        open(file, "colours.pdf");
         QCOMPARE(tabs->count(), 2);
         tabs->setCurrentIndex(1);
         PageView& view = m_window->view();
@@ -159,8 +156,7 @@ private slots:
 
     void searchAndSelection()
     {
-        QVERIFY(textFile(40).save(path("text.pdf")));
-        open("text.pdf");
+        open(textFile(40), "text.pdf");
         PageView& view = m_window->view();
         view.goTo(30);
         QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
@@ -216,8 +212,7 @@ private slots:
         file.addImagePage("FlateDecode", zipped.left(500), picture.size());
         file.addColourPage(Qt::green);
         file.addBadPage();
-        QVERIFY(file.save(path("hurt.pdf")));
-        open("hurt.pdf");
+        open(file, "hurt.pdf");
         PageView& view = m_window->view();
         QCOMPARE(view.pageCount(), 5);
         const QStringList faults{"", "第 2 页有损坏", "第 3 页有损坏", "", "第 5 页已损坏，无法显示"};
@@ -241,8 +236,7 @@ private slots:
         PdfFile file;
         for (int page = 0; page < 60; ++page)
             file.addColourPage(QColor::fromHsv(page * 6, 255, 255));
-        QVERIFY(file.save(path("many.pdf")));
-        open("many.pdf");
+        open(file, "many.pdf");
         PageView& view = m_window->view();
         view.setZoom({ZoomMode::Factor, 2}); // 14 MB a page
         for (int page = 0; page < 60; page += 3) {
@@ -256,8 +250,7 @@ private slots:
 
     void aChangedFileIsOffered()
     {
-        QVERIFY(textFile(3).save(path("changing.pdf")));
-        open("changing.pdf");
+        open(textFile(3), "changing.pdf");
         m_window->view().goTo(1);
         QVERIFY(textFile(5).save(path("next.pdf")));
         QVERIFY(QFile::remove(path("changing.pdf")) && QFile::rename(path("next.pdf"), path("changing.pdf")));
@@ -274,8 +267,7 @@ private slots:
 
     void printingRunsBesideTheView()
     {
-        QVERIFY(textFile(3).save(path("text.pdf")));
-        open("text.pdf");
+        open(textFile(3), "text.pdf");
         const auto print = [this](const QString& target, const QVector<int>& pages) {
             PrintOrder order{std::make_shared<QPrinter>(QPrinter::HighResolution), pages, true};
             order.printer->setOutputFileName(target);
@@ -316,8 +308,9 @@ private:
         QFile file(path(name));
         return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
     }
-    void open(const QString& name)
+    void open(const PdfFile& file, const QString& name)
     {
+        QVERIFY(file.save(path(name)));
         m_window->open(path(name));
         QTRY_VERIFY(m_window->view().pageCount() > 0);
     }
