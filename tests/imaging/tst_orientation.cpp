@@ -9,10 +9,10 @@
 
 namespace {
 
-QImage filledPage(const QString& text)
+QImage filledPage(const QString& text, const QSize& size = {1654, 2339}, int pixelSize = 36, int margin = 170)
 {
-    QImage page = drawntext::paper(1654, 2339); // A4 at 200 dpi
-    drawntext::fillLines(page, text, 36, 170);
+    QImage page = drawntext::paper(size.width(), size.height()); // A4 at 200 dpi unless told otherwise
+    drawntext::fillLines(page, text, pixelSize, margin);
     return page;
 }
 
@@ -42,9 +42,7 @@ QImage tablePage()
 
 QImage smallPage() // small enough to be judged as it is
 {
-    QImage page = drawntext::paper(800, 1100);
-    drawntext::fillLines(page, drawntext::story(), 22, 70);
-    return page;
+    return filledPage(drawntext::story(), {800, 1100}, 22, 70);
 }
 
 QImage loneCharactersPage()
@@ -62,11 +60,6 @@ QImage verticalPage()
     QImage page = drawntext::paper(1654, 2339);
     drawntext::fillColumns(page, drawntext::story(), 36, 170);
     return page;
-}
-
-QImage turned(const QImage& page, int clockwise)
-{
-    return page.transformed(QTransform().rotate(clockwise));
 }
 
 } // namespace
@@ -89,7 +82,7 @@ private slots:
     {
         QFETCH(QImage, page);
         for (int lies = 0; lies < 360; lies += 90) {
-            const int code = codeOf(turned(page, lies));
+            const int code = codeOf(page.transformed(QTransform().rotate(lies)));
             QVERIFY2(code != kOrientationUndecided, qPrintable(QString::number(lies)));
             QCOMPARE((lies + static_cast<int>(rotationAngle(code))) % 360, 0);
         }
@@ -109,7 +102,7 @@ private slots:
     {
         QFETCH(QImage, page);
         for (int lies = 0; lies < 360; lies += 90)
-            QCOMPARE(codeOf(turned(page, lies)), kOrientationUndecided);
+            QCOMPARE(codeOf(page.transformed(QTransform().rotate(lies))), kOrientationUndecided);
         QCOMPARE(rotationAngle(kOrientationUndecided), 0.0);
     }
 
