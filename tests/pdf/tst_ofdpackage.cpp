@@ -195,12 +195,9 @@ private slots:
     }
 
 private:
-    DocumentResult write(const QStringList& pages, int paperIndex = 0)
+    DocumentResult write(const QStringList& pages)
     {
-        DocumentJob job;
-        job.folder = m_folder.path();
-        job.baseName = "文 $(件);'1";
-        job.paperIndex = paperIndex;
+        const DocumentJob job{m_folder.path(), "文 $(件);'1", "", 0, {}, {}};
         return SearchableOfd(m_reader, job).ofdOcrProcess(pages);
     }
 

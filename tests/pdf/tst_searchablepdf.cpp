@@ -175,10 +175,7 @@ private slots:
 private:
     QString write(const QStringList& pages, int paperIndex = 0)
     {
-        DocumentJob job;
-        job.folder = m_folder.path();
-        job.baseName = "文件 1";
-        job.paperIndex = paperIndex;
+        const DocumentJob job{m_folder.path(), "文件 1", "pdf", paperIndex, {}, {}};
         m_result = SearchablePdf(m_reader, job).pdfOcrProcess(pages);
         return m_result.file;
     }
