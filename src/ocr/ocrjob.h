@@ -58,8 +58,8 @@ public:
     const OcrJob& job() const { return m_job; }
     QString path(const QString& extension) const; // of the document
     ReadingControl control() const;
-    static QString cannotWrite(const QString& file,
-                               int error); // `error` as errno, 0 when unknown; for the user
+    // For the user; `error` as errno, 0 when unknown.
+    static QString cannotWrite(const QString& file, int error);
 
 private:
     bool readyEngine();

@@ -15,11 +15,10 @@ constexpr double kQuarter = 0.25;
 constexpr int kInFull = 4;
 constexpr int kLeastSide = 53, kMostSide = 177; // 18 and 60 mm
 constexpr double kMostFilled = 0.6; // of the box around it: less than a picture or a coloured field
-constexpr int kLeastChroma =
-    40;                     // levels between the strongest and the weakest channel, beyond the paper's own
-constexpr int kBlack = 110; // of the strongest channel
-constexpr int kLeastBlack = 40; // pixels in the stamp's rows: two small characters
-constexpr int kEdge = 5;        // pixels: the scan's blur carries the colour beyond the stroke
+constexpr int kLeastChroma = 40;    // levels from the weakest to the strongest channel, above the paper's
+constexpr int kBlack = 110;         // of the strongest channel
+constexpr int kLeastBlack = 40;     // pixels in the stamp's rows: two small characters
+constexpr int kEdge = 5;            // pixels: the scan's blur carries the colour beyond the stroke
 
 struct Channels
 {
